@@ -1,0 +1,3 @@
+#pragma once
+
+#include <godot_cpp/variant/variant.hpp>
