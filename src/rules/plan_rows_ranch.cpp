@@ -1,0 +1,97 @@
+#include "rules/plan_rows.h"
+
+namespace tilm::rules {
+
+namespace {
+
+// clang-format off
+constexpr PlanRow ROWS[] = {
+    {.id = "land_fish", .kind = "land", .title = "FISH FARM", .region = "sweets", .pos = {82.5F, -2.2F},
+     .costs = {120000}, .req = {"icecream_factory"}, .target = "fish"},
+    {.id = "pond_a", .kind = "producer", .title = "FISH POND", .region = "fish", .pos = {89, -8},
+     .costs = {60000, 40000, 70000, 120000, 200000}, .req = {"land_fish"}, .product = "fish"},
+    {.id = "stall_fish", .kind = "stall", .title = "FISH STALL", .region = "fish", .pos = {91, 4.6F},
+     .costs = {50000, 50000, 110000, 220000}, .req = {"pond_a"}, .product = "fish", .color = 0x0288d1},
+    {.id = "pond_b", .kind = "producer", .title = "FISH POND", .region = "fish", .pos = {96, -8},
+     .costs = {140000, 60000, 110000, 180000, 300000}, .req = {"pond_a@2", "stall_fish"}, .product = "fish"},
+    {.id = "fish_hauler", .kind = "hauler", .title = "FISH HELPER", .region = "fish", .pos = {97.5F, 1.2F},
+     .costs = {90000, 180000}, .req = {"pond_b"}, .kinds = {"fish"}, .dst = "stall_fish"},
+    {.id = "stall_fish2", .kind = "stall", .title = "FISH STALL", .region = "fish", .pos = {101, 4.6F},
+     .costs = {160000, 120000, 240000, 400000}, .req = {"pond_b"}, .product = "fish", .color = 0x0277bd},
+    {.id = "pond_c", .kind = "producer", .title = "FISH POND", .region = "fish", .pos = {103, -8},
+     .costs = {300000, 120000, 200000, 330000, 500000}, .req = {"pond_b@2", "stall_fish2"}, .product = "fish"},
+    {.id = "land_ranch", .kind = "land", .title = "CATTLE RANCH", .region = "fish", .pos = {106.5F, -2.2F},
+     .costs = {190000}, .req = {"pond_c", "stall_fish@2"}, .target = "ranch"},
+    {.id = "calf_pen_a", .kind = "producer", .title = "CALF PEN", .region = "ranch", .pos = {113, -8},
+     .costs = {220000, 120000, 200000, 350000, 550000}, .req = {"land_ranch"}, .product = "calf"},
+    {.id = "butcher", .kind = "machine", .title = "BUTCHER", .region = "ranch", .pos = {127, -8.5F},
+     .costs = {300000, 200000, 400000, 700000}, .req = {"land_ranch"}, .product = "meat", .recipe = {{"calf", 1}},
+     .yield = 2, .roof = 0xb71c1c},
+    {.id = "truck_ranch", .kind = "truck", .title = "MARKET TRUCK", .region = "ranch", .pos = {113, 4.6F},
+     .costs = {240000}, .req = {"stall_meat"}},
+    {.id = "truck_ranch_loader", .kind = "hauler", .title = "TRUCK LOADER", .region = "ranch", .pos = {112.5F, 1.2F},
+     .costs = {260000, 520000}, .req = {"truck_ranch"}, .dst = "truck_ranch"},
+    {.id = "stall_meat", .kind = "stall", .title = "MEAT STALL", .region = "ranch", .pos = {124, 4.6F},
+     .costs = {200000, 200000, 400000, 700000}, .req = {"butcher"}, .product = "meat", .color = 0xb71c1c},
+    {.id = "butcher_feeder", .kind = "hauler", .title = "BUTCHER HELPER", .region = "ranch", .pos = {116.5F, 1.2F},
+     .costs = {150000, 300000}, .req = {"butcher", "calf_pen_a"}, .kinds = {"calf"}, .dst = "butcher"},
+    {.id = "meat_hauler", .kind = "hauler", .title = "MEAT HELPER", .region = "ranch", .pos = {130.5F, 1.2F},
+     .costs = {180000, 350000}, .req = {"stall_meat"}, .kinds = {"meat"}, .dst = "stall_meat"},
+    {.id = "stall_calf", .kind = "stall", .title = "CALF STALL", .region = "ranch", .pos = {118.5F, 4.6F},
+     .costs = {160000, 200000, 400000, 700000}, .req = {"stall_meat"}, .product = "calf", .color = 0x8d6e63,
+     .pad = {120, 1.2F}},
+    {.id = "calf_hauler", .kind = "hauler", .title = "CALF SELLER", .region = "ranch", .pos = {127, 1.2F},
+     .costs = {140000, 280000}, .req = {"stall_calf"}, .kinds = {"calf"}, .dst = "stall_calf"},
+    {.id = "calf_pen_b", .kind = "producer", .title = "CALF PEN", .region = "ranch", .pos = {120, -8},
+     .costs = {500000, 200000, 350000, 550000, 850000}, .req = {"calf_pen_a@2", "stall_meat"}, .product = "calf"},
+    {.id = "land_poultry", .kind = "land", .title = "POULTRY FARM", .region = "ranch", .pos = {130.5F, -2.2F},
+     .costs = {270000}, .req = {"calf_pen_b", "stall_meat@2"}, .target = "poultry"},
+    {.id = "hen_house_a", .kind = "producer", .title = "HEN HOUSE", .region = "poultry", .pos = {136.5F, -8},
+     .costs = {350000, 180000, 300000, 500000, 800000}, .req = {"land_poultry"}, .product = "hen"},
+    {.id = "poultry_plant", .kind = "machine", .title = "POULTRY", .region = "poultry", .pos = {151, -8.5F},
+     .costs = {450000, 300000, 600000, 1000000}, .req = {"land_poultry"}, .product = "drumstick",
+     .recipe = {{"hen", 1}}, .yield = 2, .roof = 0xef6c00},
+    {.id = "stall_drumstick", .kind = "stall", .title = "CHICKEN STALL", .region = "poultry", .pos = {147, 4.6F},
+     .costs = {300000, 300000, 600000, 1000000}, .req = {"poultry_plant"}, .product = "drumstick",
+     .color = 0xef6c00},
+    {.id = "plant_feeder", .kind = "hauler", .title = "POULTRY HELPER", .region = "poultry", .pos = {140, 1.2F},
+     .costs = {220000, 450000}, .req = {"poultry_plant", "hen_house_a"}, .kinds = {"hen"}, .dst = "poultry_plant"},
+    {.id = "drum_hauler", .kind = "hauler", .title = "CHICKEN HELPER", .region = "poultry", .pos = {154.5F, 1.2F},
+     .costs = {260000, 500000}, .req = {"stall_drumstick"}, .kinds = {"drumstick"}, .dst = "stall_drumstick"},
+    {.id = "stall_hen", .kind = "stall", .title = "HEN STALL", .region = "poultry", .pos = {141, 4.6F},
+     .costs = {240000, 300000, 600000, 1000000}, .req = {"stall_drumstick"}, .product = "hen", .color = 0xf5e6c8,
+     .pad = {143.5F, 1.2F}},
+    {.id = "hen_hauler", .kind = "hauler", .title = "HEN SELLER", .region = "poultry", .pos = {136.5F, 1.2F},
+     .costs = {200000, 400000}, .req = {"stall_hen"}, .kinds = {"hen"}, .dst = "stall_hen"},
+    {.id = "hen_house_b", .kind = "producer", .title = "HEN HOUSE", .region = "poultry", .pos = {143.5F, -8},
+     .costs = {750000, 300000, 500000, 800000, 1200000}, .req = {"hen_house_a@2", "stall_drumstick"},
+     .product = "hen"},
+    {.id = "land_creamery", .kind = "land", .title = "CREAMERY", .region = "poultry", .pos = {155, -2.2F},
+     .costs = {380000}, .req = {"hen_house_b", "stall_drumstick@2"}, .target = "creamery"},
+    {.id = "barn_d", .kind = "producer", .title = "BARN", .region = "creamery", .pos = {160.5F, -8},
+     .costs = {500000, 250000, 400000, 650000, 1000000}, .req = {"land_creamery"}, .product = "milk"},
+    {.id = "cheese_plant", .kind = "machine", .title = "CHEESE", .region = "creamery", .pos = {175, -8.5F},
+     .costs = {700000, 450000, 900000, 1500000}, .req = {"land_creamery"}, .product = "cheese",
+     .recipe = {{"milk", 2}}, .yield = 1, .roof = 0xfbc02d},
+    {.id = "truck_cream", .kind = "truck", .title = "MARKET TRUCK", .region = "creamery", .pos = {160, 4.6F},
+     .costs = {550000}, .req = {"stall_cheese"}},
+    {.id = "truck_cream_loader", .kind = "hauler", .title = "TRUCK LOADER", .region = "creamery",
+     .pos = {159.5F, 1.2F}, .costs = {600000, 1100000}, .req = {"truck_cream"}, .dst = "truck_cream"},
+    {.id = "stall_cheese", .kind = "stall", .title = "CHEESE STALL", .region = "creamery", .pos = {171, 4.6F},
+     .costs = {450000, 450000, 900000, 1500000}, .req = {"cheese_plant"}, .product = "cheese", .color = 0xf9a825},
+    {.id = "cheese_feeder", .kind = "hauler", .title = "CHEESE HELPER", .region = "creamery", .pos = {164, 1.2F},
+     .costs = {300000, 600000}, .req = {"cheese_plant", "barn_d"}, .kinds = {"milk"}, .dst = "cheese_plant"},
+    {.id = "cheese_hauler", .kind = "hauler", .title = "CHEESE SELLER", .region = "creamery", .pos = {178.5F, 1.2F},
+     .costs = {350000, 700000}, .req = {"stall_cheese"}, .kinds = {"cheese"}, .dst = "stall_cheese"},
+    {.id = "barn_e", .kind = "producer", .title = "BARN", .region = "creamery", .pos = {167.5F, -8},
+     .costs = {1000000, 400000, 650000, 1000000, 1600000}, .req = {"barn_d@2", "stall_cheese"}, .product = "milk"},
+};
+// clang-format on
+
+} // namespace
+
+std::span<const PlanRow> plan_rows_ranch() {
+    return ROWS;
+}
+
+} // namespace tilm::rules
