@@ -1,0 +1,182 @@
+#include "farm_fields/producer_core.h"
+
+#include <algorithm>
+
+#include <godot_cpp/classes/node3d.hpp>
+#include <godot_cpp/variant/dictionary.hpp>
+
+#include "farm_items/pile_core.h"
+#include "glebworks/glebworks.h"
+#include "names.h"
+#include "rules/producers.h"
+
+namespace tilm {
+
+namespace {
+
+constexpr double far_step = 0.25; // seconds between steps off view
+
+} // namespace
+
+void ProducerCore::core_join(PileCore *p_tray, Node *full, bool work, double carried) {
+    tray = p_tray;
+    full_label = full;
+    full_shown = -1;
+    works_by_hand = work;
+    overwork_t = carried;
+    set_process(true);
+}
+
+void ProducerCore::set_trough(PileCore *pile) {
+    trough = pile;
+    bought_feed = -1;
+}
+
+void ProducerCore::set_hungry_label(Node *label) {
+    hungry_label = label;
+    hungry_shown = -1;
+}
+
+bool ProducerCore::has_room() const {
+    return tray != nullptr && tray->count() + catch_pending < tray->get_max_items();
+}
+
+void ProducerCore::show(Node *label, bool on, int8_t &shown) {
+    if (label == nullptr || shown == static_cast<int8_t>(on)) {
+        return;
+    }
+    shown = static_cast<int8_t>(on);
+    if (Node3D *node = Object::cast_to<Node3D>(label)) {
+        node->set_visible(on);
+    }
+}
+
+bool ProducerCore::water_dry() const {
+    if (!has_meta(TM_NAME("water"))) {
+        return false;
+    }
+    const Variant tank = get_meta(TM_NAME("water"));
+    if (tank.get_type() != Variant::DICTIONARY) {
+        return false;
+    }
+    return static_cast<double>(static_cast<Dictionary>(tank).get(TM_NAME("level"), 1.0)) <= 0.0;
+}
+
+void ProducerCore::_process(double dt) {
+    step(dt);
+}
+
+void ProducerCore::step(double dt) {
+    const Vector3 pos = get_global_position();
+    slow_clock += dt;
+    if (!Glebworks::in_view(pos, 8.0) && slow_clock < far_step) {
+        return;
+    }
+    const double d = slow_clock;
+    slow_clock = 0;
+    animate_clock += d;
+    if (Glebworks::in_view(pos, 9.0)) {
+        animate(std::min(animate_clock, 0.1));
+        animate_clock = 0;
+    }
+    if (regrows) {
+        regrow_tick(d);
+    }
+    if (tray == nullptr) {
+        return;
+    }
+    const int n = tray->count();
+    const int room = tray->get_max_items();
+    show(full_label, n >= room, full_shown);
+    if (works_by_hand && catch_pending >= 1) {
+        catch_wait += d;
+        if (catch_wait > rules::catch_patience) {
+            call(TM_NAME("deliver_catch"), pos + Vector3(1.4f, 0.6f, 2.4f));
+        }
+    }
+    if (trough != nullptr) {
+        step_feed(d);
+    }
+    const int total = tray->count() + catch_pending;
+    step_hunger(d, total, room);
+    if (total >= room || water_dry()) {
+        return;
+    }
+    interval_t -= d;
+    if (interval_t <= 0) {
+        interval_t = 1.0;
+        interval_s = call(TM_NAME("interval"));
+    }
+    work_t += d;
+    if (work_t < interval_s) {
+        return;
+    }
+    if (call(TM_NAME("_eat"))) {
+        work_t -= interval_s;
+        call(TM_NAME("made"));
+    } else {
+        work_t = interval_s;
+    }
+}
+
+void ProducerCore::step_feed(double d) {
+    if (bought_feed < 0) {
+        bought_feed = call(TM_NAME("_bought_feed")) ? 1 : 0;
+    }
+    if (bought_feed == 0 && hunger <= rules::hunger_feed_late) {
+        return;
+    }
+    buy_t -= d;
+    if (buy_t > 0) {
+        return;
+    }
+    buy_t = rules::buy_pause;
+    if (bought_feed == 1 || call(TM_NAME("_feed_late"))) {
+        call(TM_NAME("_buy_feed"));
+    }
+}
+
+void ProducerCore::step_hunger(double d, int total, int room) {
+    if (!services_known) {
+        services_known = call(TM_NAME("services_ready"));
+        if (!services_known) {
+            return;
+        }
+    }
+    const bool hungry = trough != nullptr && trough->count() == 0 && fed == 0 && total < room;
+    hunger = hungry ? hunger + d : std::max(0.0, hunger - 3.0 * d);
+    show(hungry_label, hunger > rules::hunger_sign, hungry_shown);
+    if (hunger >= rules::hunger_sick) {
+        hunger = call(TM_NAME("sicken_hunger")) ? 0.0 : rules::hunger_spared;
+        return;
+    }
+    overwork_t -= d;
+    if (overwork_t <= 0) {
+        overwork_t = call(TM_NAME("overwork"));
+    }
+}
+
+void ProducerCore::_bind_methods() {
+    ClassDB::bind_method(D_METHOD("core_join", "tray", "full", "work", "carried"), &ProducerCore::core_join);
+    ClassDB::bind_method(D_METHOD("set_trough", "pile"), &ProducerCore::set_trough);
+    ClassDB::bind_method(D_METHOD("get_trough"), &ProducerCore::get_trough);
+    ClassDB::bind_method(D_METHOD("get_tray"), &ProducerCore::get_tray);
+    ClassDB::bind_method(D_METHOD("set_hungry_label", "label"), &ProducerCore::set_hungry_label);
+    ClassDB::bind_method(D_METHOD("set_regrows", "on"), &ProducerCore::set_regrows);
+    ClassDB::bind_method(D_METHOD("step", "dt"), &ProducerCore::step);
+    TM_BIND_FIELD(ProducerCore, Variant::INT, catch_pending);
+    TM_BIND_FIELD(ProducerCore, Variant::FLOAT, hunger);
+    ClassDB::bind_method(D_METHOD("set_fed", "v"), &ProducerCore::set_fed);
+    ClassDB::bind_method(D_METHOD("get_fed"), &ProducerCore::get_fed);
+    ADD_PROPERTY(PropertyInfo(Variant::INT, "_fed"), "set_fed", "get_fed");
+    ClassDB::bind_method(D_METHOD("set_work_t", "v"), &ProducerCore::set_work_t);
+    ClassDB::bind_method(D_METHOD("get_work_t"), &ProducerCore::get_work_t);
+    ADD_PROPERTY(PropertyInfo(Variant::FLOAT, "_work_t"), "set_work_t", "get_work_t");
+    ClassDB::bind_method(D_METHOD("set_catch_wait", "v"), &ProducerCore::set_catch_wait);
+    ClassDB::bind_method(D_METHOD("get_catch_wait"), &ProducerCore::get_catch_wait);
+    ADD_PROPERTY(PropertyInfo(Variant::FLOAT, "_catch_wait"), "set_catch_wait", "get_catch_wait");
+    TM_BIND_FIELD(ProducerCore, Variant::FLOAT, overwork_t);
+    TM_BIND_FIELD(ProducerCore, Variant::FLOAT, buy_t);
+}
+
+} // namespace tilm

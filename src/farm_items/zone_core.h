@@ -1,0 +1,86 @@
+#pragma once
+// A rectangle of floor that lets people take from a pile or give to it, with the rules and the haulers' claims.
+
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include <godot_cpp/classes/ref_counted.hpp>
+#include <godot_cpp/variant/array.hpp>
+#include <godot_cpp/variant/dictionary.hpp>
+#include <godot_cpp/variant/vector2.hpp>
+
+#include "farm_items/item_kinds.h"
+#include "farm_items/pile_core.h"
+#include "fields.h"
+#include "glebworks/live_ref.h"
+
+namespace tilm {
+using namespace godot;
+
+class ZoneCore : public RefCounted {
+    GDCLASS(ZoneCore, RefCounted)
+
+public:
+    static constexpr int64_t claim_msec = 180000;
+
+    TM_FIELD(Vector3, pos, Vector3())
+    TM_FIELD(Vector2, size, Vector2(2.4, 1.8))  // full width in x and z
+    TM_FIELD(Dictionary, accepts, Dictionary()) // kind -> level of the pile to fill up to
+    TM_FIELD(String, makes, String())
+    TM_FIELD(String, group, String())
+    TM_FIELD(String, owner_group, String())
+    TM_FIELD(bool, active, true)
+
+    ZoneCore();
+
+    // "take" or "give".
+    void set_mode(const String &m);
+    String get_mode() const { return mode; }
+    bool is_take() const { return takes; }
+    bool is_give() const { return !takes; }
+
+    // Null once the pile is freed.
+    PileCore *get_pile() const { return pile.get(); }
+    void set_pile(PileCore *p) { pile.set(p); }
+
+    bool has_point(const Vector3 &p) const {
+        return std::fabs(p.x - pos.x) < size.x * 0.5 && std::fabs(p.z - pos.z) < size.y * 0.5;
+    }
+    // How many more of a kind the pile wants; negative when it holds more than its level, 0 when the zone does not take
+    // it.
+    int room(const String &kind) const;
+    bool has_room_for_any(const Array &kinds) const;
+    // The active zones that hold p, in their order.
+    static Array at(const Array &zones, const Vector3 &p);
+
+    // Claims. The claimant is an engine object's instance id; the claims of a freed one do not count.
+    // Sum of what others than the claimant have claimed of a kind. Forgets claims past their time.
+    int claimed(const String &kind, uint64_t claimant);
+    int claimed_at(const String &kind, uint64_t claimant, int64_t now);
+    static int64_t now_msec();
+    void claim(uint64_t claimant, const String &kind, int n);
+    void release(uint64_t claimant);
+    int claim_count() const { return (int)claims.size(); }
+
+protected:
+    static void _bind_methods();
+
+private:
+    struct Claim {
+        uint64_t claimant;
+        KindId kind;
+        int n;
+        int64_t expires; // engine milliseconds
+        bool object;     // the claimant was a live object: its claims end with it
+    };
+
+    int level_of(const String &kind) const;
+
+    String mode;
+    bool takes = true;
+    LiveRef<PileCore> pile;
+    std::vector<Claim> claims;
+};
+
+} // namespace tilm

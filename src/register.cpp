@@ -1,0 +1,163 @@
+#include "register.h"
+
+#include <godot_cpp/core/class_db.hpp>
+#include <godot_cpp/godot.hpp>
+
+#include "farm_fields/field_core.h"
+#include "farm_fields/producer_core.h"
+#include "farm_items/cash_core.h"
+#include "farm_items/item_batch_core.h"
+#include "farm_items/item_core.h"
+#include "farm_items/money_core.h"
+#include "farm_items/pile_core.h"
+#include "farm_items/stack_core.h"
+#include "farm_items/zone_core.h"
+#include "farm_shop/counter_core.h"
+#include "farm_shop/customer_brain.h"
+#include "farm_shop/hauler_brain.h"
+#include "farm_shop/worker_brain.h"
+#include "game/actors/cash_tile.h"
+#include "game/actors/crop_field.h"
+#include "game/actors/customer.h"
+#include "game/actors/farm_hand.h"
+#include "game/actors/harvester.h"
+#include "game/actors/hauler.h"
+#include "game/actors/item.h"
+#include "game/actors/item_batch.h"
+#include "game/actors/money_stack.h"
+#include "game/actors/pile.h"
+#include "game/actors/player.h"
+#include "game/actors/producer.h"
+#include "game/actors/sell_counter.h"
+#include "game/actors/stack_carrier.h"
+#include "game/actors/unlock_tile.h"
+#include "game/actors/walker.h"
+#include "game/actors/worker.h"
+#include "game/actors/zone.h"
+#include "game/art/buildings.h"
+#include "game/art/farmhouse_model.h"
+#include "game/art/icon_models.h"
+#include "game/art/models.h"
+#include "game/art/prim_store.h"
+#include "game/automation/bot_actions.h"
+#include "game/data/farm_data.h"
+#include "game/interface/hud.h"
+#include "game/interface/joystick.h"
+#include "game/interface/menu.h"
+#include "game/interface/title_scene.h"
+#include "game/kit/lang.h"
+#include "game/kit/ui.h"
+#include "game/shell/game_log.h"
+#include "game/shell/loading.h"
+#include "game/shell/main.h"
+#include "game/shell/save.h"
+#include "game/shell/world.h"
+#include "game/sound/sfx.h"
+#include "glebworks/glebworks.h"
+#include "glebworks/walker_brain.h"
+#include "glebworks/walker_core.h"
+
+namespace tilm {
+
+namespace {
+
+std::vector<const char *> s_registered;
+
+template <class T>
+void add(const char *name) {
+    godot::ClassDB::register_class<T>(false, true, false);
+    s_registered.push_back(name);
+}
+
+#define TM_ADD(m_class) add<m_class>(#m_class)
+
+// Before the first class: values of engine types cannot exist any earlier.
+void setup_statics() {
+    Hud::setup_statics();
+    Models::setup_statics();
+    Customer::setup_statics();
+    FarmData::setup_statics();
+    Lang::setup_statics();
+    Main::setup_statics();
+    UI::setup_statics();
+    World::setup_statics();
+    SellCounter::setup_statics();
+}
+
+} // namespace
+
+const std::vector<const char *> &registered_classes() {
+    return s_registered;
+}
+
+void register_core_classes() {
+    TM_ADD(Glebworks);
+    TM_ADD(WalkerBrain);
+    TM_ADD(WalkerCore);
+    TM_ADD(ItemCore);
+    TM_ADD(ItemBatchCore);
+    TM_ADD(PileCore);
+    TM_ADD(ZoneCore);
+    TM_ADD(CashCore);
+    TM_ADD(StackCore);
+    TM_ADD(HaulerBrain);
+    TM_ADD(WorkerBrain);
+    TM_ADD(CustomerBrain);
+    TM_ADD(CounterCore);
+    TM_ADD(ProducerCore);
+    TM_ADD(FieldCore);
+    TM_ADD(MoneyCore);
+}
+
+void register_game_classes() {
+    setup_statics();
+    TM_ADD(BotActions);
+    TM_ADD(Buildings);
+    TM_ADD(Walker);
+    TM_ADD(CashTile);
+    TM_ADD(CropField);
+    TM_ADD(Customer);
+    TM_ADD(FarmData);
+    TM_ADD(FarmHand);
+    TM_ADD(FarmhouseModel);
+    TM_ADD(GameLog);
+    TM_ADD(Harvester);
+    TM_ADD(Hauler);
+    TM_ADD(Hud);
+    TM_ADD(IconModels);
+    TM_ADD(Item);
+    TM_ADD(ItemBatch);
+    TM_ADD(Joystick);
+    TM_ADD(Lang);
+    TM_ADD(Loading);
+    TM_ADD(Main);
+    TM_ADD(Menu);
+    TM_ADD(Models);
+    TM_ADD(MoneyStack);
+    TM_ADD(Pile);
+    TM_ADD(Player);
+    TM_ADD(PrimStore);
+    TM_ADD(Producer);
+    TM_ADD(Save);
+    TM_ADD(SellCounter);
+    TM_ADD(Sfx);
+    TM_ADD(StackCarrier);
+    TM_ADD(TitleScene);
+    TM_ADD(UI);
+    TM_ADD(UnlockTile);
+    TM_ADD(Worker);
+    TM_ADD(World);
+    TM_ADD(Zone);
+}
+
+void initialize_module(godot::ModuleInitializationLevel level) {
+    if (level != godot::MODULE_INITIALIZATION_LEVEL_SCENE) {
+        return;
+    }
+    register_core_classes();
+    register_game_classes();
+}
+
+void uninitialize_module(godot::ModuleInitializationLevel) {}
+
+} // namespace tilm
