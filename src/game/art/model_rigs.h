@@ -1,0 +1,23 @@
+#pragma once
+// Rigged people and animals: one instanced mesh each, whose limbs the shader bends by angles that the pose batch writes.
+
+#include <godot_cpp/classes/material.hpp>
+#include <godot_cpp/classes/node3d.hpp>
+#include <godot_cpp/variant/string.hpp>
+
+namespace tilm {
+using namespace godot;
+
+namespace model_rigs {
+
+// Replaces the meshes below `body` by one rigged MultiMeshInstance3D named `Mesh` beside it and registers the pose.
+// The up to four `limbs` keep their nodes, so that they can be turned and worn on; `tail` (may be null) only swishes.
+void make_rig(Node3D *root, Node3D *body, const Array &limbs, const Node *tail, const String &key,
+              const Ref<Material> &material, float cull_margin);
+// The person tree without a rig: Body, LegL, LegR (Knee), ArmL, ArmR (Elbow), Head.
+Node3D *person_tree(const Dictionary &look);
+// The animal tree without a rig, null for a product that has none.
+Node3D *animal_tree(const String &product);
+
+} // namespace model_rigs
+} // namespace tilm

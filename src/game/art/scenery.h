@@ -1,0 +1,50 @@
+#pragma once
+// What stands round the farm: ground, light, sky, fences, covers, signs, paths, plates, hills. Plain static functions;
+// each adds to `parent` and returns its node, or returns a loose node when it takes no parent.
+
+#include <godot_cpp/classes/environment.hpp>
+#include <godot_cpp/classes/directional_light3d.hpp>
+#include <godot_cpp/classes/node3d.hpp>
+#include <godot_cpp/classes/shader_material.hpp>
+#include <godot_cpp/variant/color.hpp>
+#include <godot_cpp/variant/string.hpp>
+#include <godot_cpp/variant/vector2.hpp>
+#include <godot_cpp/variant/vector3.hpp>
+
+namespace tilm {
+using namespace godot;
+
+struct Scenery {
+    // Sun "Sun" (DirectionalLight3D) and WorldEnvironment "Env" with sky, ambient and fog.
+    static Node3D *light(Node *parent);
+    // Sets the sun's shadow and the strengths that go with it: a shadowed sun is added after encoding, a plain one
+    // before, so the same picture needs other numbers. `light` is what light() returned.
+    static void tune_light(Node3D *light, bool shadows);
+    // Whole strip x -84..516: ground, back hills, hedge trees, tufts, stones, customers' lawn and lane.
+    static Node3D *ground(Node *parent);
+    // The ground's material, for the change to the wet shader.
+    static Ref<ShaderMaterial> ground_material();
+    // Fence of `length` along z, centred on its origin (37.2 between regions).
+    static Node3D *fence(float length);
+    // Small pasture fence along x of `length`, centred.
+    static Node3D *rail_fence(float length);
+    // Dark cover over a closed land whose centre is x; the node itself stands at the origin.
+    static Node3D *cover(const String &title, float x);
+    static Node3D *farmhouse();
+    static Node3D *bench();
+    // Hanging name board of a region on two posts, front to +z.
+    static Node3D *region_sign(const String &title);
+    // Worn strip on the ground, flat at y 0.022, size x by z.
+    static Node3D *path_strip(const Vector2 &size);
+    // Plate under a zone with a text on its front edge (baked under zone_plate_<size>).
+    static Node3D *zone_plate(const Vector2 &size, const String &text);
+    // Mat of a cash tile, 1.9 x 1.9, with a coin on it.
+    static Node3D *cash_mat();
+    // Price board on a pole for a stall.
+    static Node3D *price_pole();
+    // Soft dark disc just above the ground, where no shadow map falls.
+    static Node3D *blob_shadow(float radius);
+    static Node3D *stone(int variant);
+};
+
+} // namespace tilm

@@ -1,0 +1,268 @@
+// Light, sky and the land itself: the strip's ground, its tufts and stones, hedge trees and hills behind.
+
+#include <cmath>
+#include <vector>
+
+#include <godot_cpp/classes/directional_light3d.hpp>
+#include <godot_cpp/classes/environment.hpp>
+#include <godot_cpp/classes/multi_mesh.hpp>
+#include <godot_cpp/classes/multi_mesh_instance3d.hpp>
+#include <godot_cpp/classes/plane_mesh.hpp>
+#include <godot_cpp/classes/procedural_sky_material.hpp>
+#include <godot_cpp/classes/rendering_server.hpp>
+#include <godot_cpp/classes/sky.hpp>
+#include <godot_cpp/classes/world_environment.hpp>
+
+#include "game/art/art_materials.h"
+#include "game/art/art_state.h"
+#include "game/art/house_parts.h"
+#include "game/art/models.h"
+#include "game/art/scenery.h"
+#include "game/art/shapes.h"
+#include "names.h"
+
+namespace tilm {
+namespace {
+
+using shapes::ball;
+using shapes::loft;
+using shapes::put;
+using shapes::rnd;
+
+constexpr float LEFT = -84, RIGHT = 516, CHUNK = 24;
+
+struct Spread {
+    const char *name;
+    Ref<Mesh> mesh;
+    Ref<Material> material;
+    bool shadows = false;
+};
+
+void add_batch(Node3D *land, const Spread &what, const std::vector<Transform3D> &places, const AABB &box) {
+    if (places.empty()) {
+        return;
+    }
+    Ref<MultiMesh> multi;
+    multi.instantiate();
+    multi->set_transform_format(MultiMesh::TRANSFORM_3D);
+    multi->set_mesh(what.mesh);
+    multi->set_instance_count(int32_t(places.size()));
+    multi->set_custom_aabb(box);
+    for (size_t i = 0; i < places.size(); i++) {
+        multi->set_instance_transform(int32_t(i), places[i]);
+    }
+    MultiMeshInstance3D *node = memnew(MultiMeshInstance3D);
+    node->set_name(what.name);
+    node->set_multimesh(multi);
+    node->set_material_override(what.material);
+    if (!what.shadows) {
+        node->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    }
+    land->add_child(node, true);
+}
+
+Transform3D place(const Vector3 &at, float yaw, float scale) {
+    return Transform3D(Basis(Vector3(0, 1, 0), yaw).scaled(Vector3(scale, scale, scale)), at);
+}
+
+Ref<Mesh> tuft_mesh() {
+    return Models::baked_mesh("grass_tuft", Models::builder([]() {
+        Node3D *at = memnew(Node3D);
+        for (int i = 0; i < 7; i++) {
+            const float tall = rnd(301, i, 0.20f, 0.38f), out = rnd(302, i, 0.05f, 0.17f);
+            put(at, loft({{0, 0.055f, 0.025f}, {tall * 0.55f, 0.045f, 0.018f, 0, out * 0.5f}, {tall, 0.0f, 0.0f, 0, out}}, 3),
+                pal::tone(i % 2 ? 0x4f9a3a : 0x64b146, rnd(304, i, -0.06f, 0.10f)), Vector3(rnd(305, i, -0.10f, 0.10f), 0, rnd(306, i, -0.08f, 0.08f)),
+                Vector3(0, 51.0f * float(i), 0));
+        }
+        return at;
+    }));
+}
+
+Ref<Mesh> flower_mesh() {
+    return Models::baked_mesh("meadow_flowers", Models::builder([]() {
+        Node3D *at = memnew(Node3D);
+        const uint32_t paints[] = {pal::WHITE, pal::YELLOW, pal::PINK};
+        for (int i = 0; i < 3; i++) {
+            const Vector3 foot(rnd(311, i, -0.24f, 0.24f), 0, rnd(312, i, -0.2f, 0.2f));
+            const float tall = rnd(313, i, 0.14f, 0.24f);
+            put(at, loft({{0, 0.02f, 0.02f}, {tall, 0.012f, 0.012f}}, 3), pal::LEAF, foot);
+            put(at, ball(Vector3(0.075f, 0.035f, 0.075f), 6, 2), paints[i], foot + Vector3(0, tall, 0));
+            put(at, ball(Vector3(0.03f, 0.03f, 0.03f), 5, 2), pal::ORANGE, foot + Vector3(0, tall + 0.03f, 0));
+        }
+        return at;
+    }));
+}
+
+Ref<Mesh> stone_mesh() {
+    MeshInstance3D *node = Object::cast_to<MeshInstance3D>(Scenery::stone(1));
+    const Ref<Mesh> mesh = node->get_mesh();
+    memdelete(node);
+    return mesh;
+}
+
+Ref<Mesh> tree_mesh(float v) {
+    MeshInstance3D *node = Models::any_tree(v);
+    const Ref<Mesh> mesh = node->get_mesh();
+    memdelete(node);
+    return mesh;
+}
+
+// Grass keeps off the walkways and off the rows where houses, tiles and stalls stand.
+bool free_ground(float z) {
+    const bool walkway = std::fabs(z - 1.2f) < 1.7f || std::fabs(z - 14.35f) < 2.1f;
+    const bool houses = z > -11.4f && z < -3.6f;
+    const bool stalls = z > 3.4f && z < 7.0f;
+    return !walkway && !houses && !stalls;
+}
+
+std::vector<Transform3D> scatter(int seed, float x0, int count, float z0, float z1, float low, float high, bool keep_off) {
+    std::vector<Transform3D> out;
+    for (int i = 0; i < count; i++) {
+        const float x = x0 + CHUNK * rnd(seed, i), z = rnd(seed + 1, i, z0, z1);
+        if (!keep_off || free_ground(z)) {
+            out.push_back(place(Vector3(x, 0, z), rnd(seed + 2, i) * 6.283f, rnd(seed + 3, i, low, high)));
+        }
+    }
+    return out;
+}
+
+// A dense hedge of trees along the back, thinner woods behind it, a few lone ones far in front.
+void plant_trees(Node3D *land, int chunk, float x0) {
+    const Spread kinds[] = {{"Trees", tree_mesh(0.1f), Models::tree_material()},
+                            {"Pines", tree_mesh(0.7f), Models::tree_material()},
+                            {"Birches", tree_mesh(0.9f), Models::tree_material()}};
+    std::vector<Transform3D> rows[3];
+    for (int i = 0; i < 46; i++) {
+        const int seed = 400 + chunk;
+        const float depth = rnd(seed, i);
+        const bool front = i % 23 == 0;
+        const float z = front ? rnd(seed + 50, i, 20, 30) : -35.2f - depth * depth * 16.0f;
+        const float x = x0 + CHUNK * (float(i % 23) + rnd(seed + 100, i)) / 23.0f;
+        const float pick = rnd(seed + 150, i);
+        const size_t kind = pick < 0.45f ? 0 : pick < 0.8f ? 1 : 2;
+        rows[kind].push_back(place(Vector3(x, -0.05f, z), rnd(seed + 200, i) * 6.283f, rnd(seed + 250, i, 0.95f, 1.45f) + depth * 0.3f));
+    }
+    const AABB box(Vector3(x0 - 3, -1, -56), Vector3(CHUNK + 6, 8, 90));
+    for (size_t k = 0; k < 3; k++) {
+        add_batch(land, kinds[k], rows[k], box);
+    }
+}
+
+void raise_hills(Node3D *land) {
+    MeshInstance3D *hills = Models::bake("hills", Models::builder([]() {
+        Node3D *at = memnew(Node3D);
+        for (int i = 0; i < 30; i++) {
+            const float r = rnd(501, i, 16, 34);
+            const float far = i % 2 ? -78.0f : -62.0f;
+            put(at, ball(Vector3(r, r * rnd(502, i, 0.28f, 0.42f), r * 0.7f), 11, 4), pal::tone(i % 2 ? 0x86b98d : 0x7fb55c, rnd(503, i, -0.05f, 0.08f)),
+                Vector3(LEFT - 30 + 24.0f * float(i) + rnd(504, i, -6, 6), -1.5f, far - r * 0.3f), Vector3(0, rnd(505, i, 0, 40), 0));
+        }
+        return at;
+    }), false);
+    hills->set_name("Hills");
+    land->add_child(hills);
+}
+
+} // namespace
+
+Node3D *Scenery::light(Node *parent) {
+    Node3D *sky_root = memnew(Node3D);
+    sky_root->set_name("Light");
+    DirectionalLight3D *sun = memnew(DirectionalLight3D);
+    sun->set_name("Sun");
+    sun->set_rotation_degrees(Vector3(-50, -40, 0));
+    sun->set_color(Color(1.0f, 0.95f, 0.80f));
+    sun->set_param(Light3D::PARAM_SHADOW_OPACITY, 0.9f);
+    sun->set_param(Light3D::PARAM_SHADOW_MAX_DISTANCE, 40);
+    sun->set_shadow_mode(DirectionalLight3D::SHADOW_ORTHOGONAL);
+    sky_root->add_child(sun);
+
+    Ref<ProceduralSkyMaterial> paint;
+    paint.instantiate();
+    paint->set_sky_top_color(Color(0.36f, 0.65f, 0.93f));
+    paint->set_sky_horizon_color(Color(0.80f, 0.91f, 0.96f));
+    paint->set_ground_horizon_color(Color(0.80f, 0.91f, 0.96f));
+    paint->set_ground_bottom_color(Color(0.56f, 0.76f, 0.50f));
+    Ref<Sky> dome;
+    dome.instantiate();
+    dome->set_material(paint);
+    Ref<Environment> air;
+    air.instantiate();
+    air->set_background(Environment::BG_SKY);
+    air->set_sky(dome);
+    air->set_ambient_source(Environment::AMBIENT_SOURCE_COLOR);
+    air->set_ambient_light_color(Color(0.44f, 0.47f, 0.60f));
+    air->set_tonemapper(Environment::TONE_MAPPER_LINEAR);
+    air->set_fog_enabled(true);
+    air->set_fog_mode(Environment::FOG_MODE_DEPTH);
+    air->set_fog_light_color(Color(0.78f, 0.90f, 0.95f));
+    air->set_fog_light_energy(1.0f);
+    air->set_fog_depth_begin(26);
+    air->set_fog_depth_end(120);
+    air->set_fog_depth_curve(1.2f);
+    air->set_fog_density(0.85f);
+    air->set_fog_sky_affect(0.25f);
+    WorldEnvironment *env = memnew(WorldEnvironment);
+    env->set_name("Env");
+    env->set_environment(air);
+    sky_root->add_child(env);
+    tune_light(sky_root, true);
+    // The camera sees some 30 metres: a small map is sharp enough and much cheaper.
+    RenderingServer::get_singleton()->directional_shadow_atlas_set_size(2048, true);
+    parent->add_child(sky_root);
+    return sky_root;
+}
+
+void Scenery::tune_light(Node3D *light, bool shadows) {
+    auto *sun = Object::cast_to<DirectionalLight3D>(light->get_node_or_null(NodePath("Sun")));
+    auto *env = Object::cast_to<WorldEnvironment>(light->get_node_or_null(NodePath("Env")));
+    if (sun == nullptr || env == nullptr) {
+        return;
+    }
+    sun->set_shadow(shadows);
+    sun->set_param(Light3D::PARAM_ENERGY, shadows ? 0.36f : 0.80f);
+    env->get_environment()->set_ambient_light_energy(shadows ? 1.0f : 1.35f);
+}
+
+Ref<ShaderMaterial> Scenery::ground_material() {
+    if (art().ground.is_null()) {
+        Ref<ShaderMaterial> material;
+        material.instantiate();
+        material->set_shader(Models::shader_material(art_shader::GROUND)->get_shader());
+        material->set_shader_parameter(TM_NAME("paths"), 1.0);
+        art().ground = material;
+    }
+    return art().ground;
+}
+
+Node3D *Scenery::ground(Node *parent) {
+    Node3D *land = memnew(Node3D);
+    land->set_name("Land");
+    Ref<PlaneMesh> plane;
+    plane.instantiate();
+    plane->set_size(Vector2(RIGHT - LEFT + 200, 200));
+    MeshInstance3D *floor = memnew(MeshInstance3D);
+    floor->set_name("Ground");
+    floor->set_mesh(plane);
+    floor->set_material_override(ground_material());
+    floor->set_position(Vector3((LEFT + RIGHT) / 2, 0, -25));
+    floor->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    land->add_child(floor);
+
+    const Spread tufts = {"Tufts", tuft_mesh(), Models::shader_material(art_shader::TUFT)};
+    const Spread blooms = {"Flowers", flower_mesh(), Models::shader_material(art_shader::TUFT)};
+    const Spread stones = {"Stones", stone_mesh(), Models::farm_material(true)};
+    int chunk = 0;
+    for (float x = LEFT; x < RIGHT; x += CHUNK, chunk++) {
+        const AABB box(Vector3(x - 1, -1, -35), Vector3(CHUNK + 2, 3, 64));
+        add_batch(land, tufts, scatter(1000 + 40 * chunk, x, 620, -34, 26, 0.6f, 1.25f, true), box);
+        add_batch(land, blooms, scatter(1010 + 40 * chunk, x, 110, -34, 26, 0.8f, 1.3f, true), box);
+        add_batch(land, stones, scatter(1020 + 40 * chunk, x, 26, -34, 26, 0.5f, 1.1f, true), box);
+        plant_trees(land, chunk, x);
+    }
+    raise_hills(land);
+    parent->add_child(land);
+    return land;
+}
+
+} // namespace tilm

@@ -1,0 +1,359 @@
+#include "game/interface/hud.h"
+
+#include <cmath>
+
+#include <godot_cpp/classes/camera3d.hpp>
+#include <godot_cpp/classes/input.hpp>
+#include <godot_cpp/classes/input_event_mouse_button.hpp>
+#include <godot_cpp/classes/input_event_screen_touch.hpp>
+#include <godot_cpp/classes/scene_tree.hpp>
+#include <godot_cpp/classes/viewport.hpp>
+#include <godot_cpp/core/class_db.hpp>
+
+#include "game/interface/hud_frame.h"
+#include "game/interface/joystick.h"
+#include "game/interface/money_pops.h"
+#include "game/interface/panel_host.h"
+#include "game/interface/pause_panel.h"
+#include "game/interface/prompt_stack.h"
+#include "game/interface/side_deck.h"
+#include "game/interface/toast_lane.h"
+#include "game/kit/lang.h"
+#include "game/kit/ui.h"
+#include "game/ports/store.h"
+#include "names.h"
+#include "statics.h"
+
+namespace tilm {
+namespace {
+
+constexpr int translation_changed = 2010;
+
+String *first_tab = nullptr;
+
+void release() {
+    delete first_tab;
+    first_tab = nullptr;
+}
+
+} // namespace
+
+Hud::Hud() {
+    set_process_mode(PROCESS_MODE_ALWAYS);
+    set_layer(10);
+}
+
+Hud::~Hud() {
+    if (Notices::current() == this) {
+        Notices::set_current(nullptr);
+    }
+}
+
+void Hud::setup_statics() {
+    if (first_tab == nullptr) {
+        first_tab = new String("BUY");
+    }
+    Statics::on_release(&release);
+}
+
+String Hud::start_tab() {
+    return first_tab != nullptr ? *first_tab : String("BUY");
+}
+
+void Hud::set_start_tab(const String &tab) {
+    if (first_tab != nullptr) {
+        *first_tab = tab;
+    }
+}
+
+void Hud::_bind_methods() {
+    ClassDB::bind_static_method("Hud", D_METHOD("start_tab"), &Hud::start_tab);
+    ClassDB::bind_static_method("Hud", D_METHOD("set_start_tab", "tab"), &Hud::set_start_tab);
+    ClassDB::bind_method(D_METHOD("toast", "text", "level"), &Hud::toast, DEFVAL(0));
+    ClassDB::bind_method(D_METHOD("_open_panel", "title", "tabs", "tab", "on_tab", "fill"), &Hud::_open_panel);
+    ClassDB::bind_method(D_METHOD("close_panel"), &Hud::close_panel);
+    ClassDB::bind_method(D_METHOD("refresh_panel"), &Hud::refresh_panel);
+    ClassDB::bind_method(D_METHOD("panel_open"), &Hud::panel_open);
+    ClassDB::bind_method(D_METHOD("panel_content"), &Hud::content);
+    ClassDB::bind_method(D_METHOD("_prompt", "key", "title", "sub", "yes", "on_yes", "on_no", "options"), &Hud::_prompt,
+                         DEFVAL(Dictionary()));
+    ClassDB::bind_method(D_METHOD("remove_prompt", "key"), &Hud::remove_prompt);
+    ClassDB::bind_method(D_METHOD("fly_money", "amount", "from"), &Hud::fly_money);
+    ClassDB::bind_method(D_METHOD("set_money", "amount"), &Hud::set_money);
+    ClassDB::bind_method(D_METHOD("set_gold", "eggs"), &Hud::set_gold);
+    ClassDB::bind_method(D_METHOD("set_level_line", "level", "percent"), &Hud::set_level_line);
+    ClassDB::bind_method(D_METHOD("set_mood", "mood"), &Hud::set_mood);
+    ClassDB::bind_method(D_METHOD("set_next_goal", "text", "have", "need"), &Hud::set_next_goal);
+    ClassDB::bind_method(D_METHOD("show_hint", "on"), &Hud::show_hint);
+    ClassDB::bind_method(D_METHOD("joystick"), &Hud::joystick);
+    ClassDB::bind_method(D_METHOD("offer_panel", "name", "open"), &Hud::offer_panel);
+    ClassDB::bind_method(D_METHOD("toggle_deck"), &Hud::toggle_deck);
+    ClassDB::bind_method(D_METHOD("_show_pause"), &Hud::_show_pause);
+    ClassDB::bind_method(D_METHOD("_show_how_to"), &Hud::_show_how_to);
+    ClassDB::bind_method(D_METHOD("_fill_pause"), &Hud::_fill_pause);
+    ClassDB::bind_method(D_METHOD("_fill_how_to"), &Hud::_fill_how_to);
+    ClassDB::bind_method(D_METHOD("home_pressed"), &Hud::home_pressed);
+    ClassDB::bind_method(D_METHOD("save_pressed"), &Hud::save_pressed);
+    ClassDB::bind_method(D_METHOD("zoom_pressed"), &Hud::zoom_pressed);
+    ClassDB::bind_method(D_METHOD("_relayout"), &Hud::_relayout);
+    ADD_SIGNAL(MethodInfo("home_pressed"));
+    ADD_SIGNAL(MethodInfo("save_pressed"));
+    ADD_SIGNAL(MethodInfo("zoom_pressed", PropertyInfo(Variant::INT, "step")));
+}
+
+void Hud::_ready() {
+    if (in_editor()) {
+        return;
+    }
+    Notices::set_current(this);
+    root = memnew(Control);
+    root->set_name("Root");
+    root->set_theme(UI::theme());
+    root->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
+    add_child(root);
+    UI::fill_parent(root);
+    UI::mirror(root);
+
+    stick = memnew(Joystick);
+    stick->set_name("Joystick");
+    root->add_child(stick);
+    frame = std::make_unique<HudFrame>(this, root);
+    deck = std::make_unique<SideDeck>(this, frame->side());
+    prompts = std::make_unique<PromptStack>(root);
+    pops = std::make_unique<MoneyPops>(root);
+    panels = std::make_unique<PanelHost>(root);
+    toasts = std::make_unique<ToastLane>(root);
+    panels->on_closed = [this] {
+        if (paused_by_panel) {
+            paused_by_panel = false;
+            if (is_inside_tree()) {
+                get_tree()->set_pause(false);
+            }
+        }
+    };
+    root->connect(TM_NAME("resized"), Callable(this, TM_NAME("_relayout")));
+    _relayout();
+}
+
+void Hud::_notification(int what) {
+    if (what == translation_changed && root != nullptr) {
+        UI::mirror(root);
+        if (panels && panels->is_open()) {
+            // Texts that were laid out for the other direction are made anew once the press is over.
+            call_deferred(TM_NAME("refresh_panel"));
+        }
+    }
+}
+
+void Hud::_relayout() {
+    if (!frame) {
+        return;
+    }
+    const Vector2 screen = root->get_size();
+    frame->relayout(screen);
+    toasts->relayout(screen);
+    prompts->relayout(screen);
+}
+
+void Hud::_process(double delta) {
+    if (!frame) {
+        return;
+    }
+    prompts->step(delta);
+    toasts->step(delta);
+    frame->step(delta);
+    if (frame->hint_shown()) {
+        const bool keys = Input::get_singleton()
+                              ->get_vector(TM_NAME("ui_left"), TM_NAME("ui_right"), TM_NAME("ui_up"), TM_NAME("ui_down"))
+                              .length() > 0.1;
+        if (keys || stick->vector().length() > 0.1) {
+            set_setting("moved", true);
+            frame->show_hint(false);
+        }
+    }
+}
+
+void Hud::_input(const Ref<InputEvent> &event) {
+    bool released = false;
+    if (const InputEventScreenTouch *touch = Object::cast_to<InputEventScreenTouch>(event.ptr())) {
+        finger_down = touch->is_pressed();
+        released = !finger_down;
+    } else if (const InputEventMouseButton *button = Object::cast_to<InputEventMouseButton>(event.ptr())) {
+        if (button->get_button_index() == MOUSE_BUTTON_LEFT) {
+            finger_down = button->is_pressed();
+            released = !finger_down;
+        }
+    }
+    if (released && refresh_pending) {
+        refresh_pending = false;
+        call_deferred(TM_NAME("refresh_panel"));
+    }
+}
+
+void Hud::toast(const String &text, int level) {
+    if (toasts) {
+        toasts->add(text, level);
+    }
+}
+
+void Hud::notice(const String &text, ToastLevel level) {
+    toast(text, static_cast<int>(level));
+}
+
+void Hud::_open_panel(const String &title, const Array &tabs, const String &tab, const Callable &on_tab,
+                      const Callable &fill) {
+    if (!panels) {
+        return;
+    }
+    deck->close();
+    stick->release();
+    refresh_pending = false;
+    panels->open(title, tabs, tab, on_tab, fill);
+}
+
+void Hud::close_panel() {
+    if (panels) {
+        panels->close();
+    }
+}
+
+// While a finger is down the panel stays as it is: no button goes from under a press.
+void Hud::refresh_panel() {
+    if (!panels || !panels->is_open()) {
+        return;
+    }
+    if (finger_down) {
+        refresh_pending = true;
+        return;
+    }
+    panels->refill();
+}
+
+bool Hud::panel_open() const {
+    return panels && panels->is_open();
+}
+
+VBoxContainer *Hud::content() const {
+    return panels ? panels->content() : nullptr;
+}
+
+void Hud::_prompt(const String &key, const String &title, const String &sub, const String &yes, const Callable &on_yes,
+                  const Callable &on_no, const Dictionary &options) {
+    if (prompts) {
+        prompts->open(key, title, sub, yes, on_yes, on_no, options);
+    }
+}
+
+void Hud::remove_prompt(const String &key) {
+    if (prompts) {
+        prompts->remove(key);
+    }
+}
+
+void Hud::fly_money(int64_t amount, const Vector3 &from) {
+    if (!pops || amount == 0) {
+        return;
+    }
+    const Camera3D *camera = get_viewport()->get_camera_3d();
+    if (camera == nullptr || camera->is_position_behind(from)) {
+        return;
+    }
+    HudFrame *bars = frame.get();
+    pops->fly(amount, camera->unproject_position(from), frame->money_spot(),
+              UI::callback(this, [bars] { bars->bump_money(); }));
+}
+
+void Hud::set_money(int64_t amount) {
+    if (frame) {
+        frame->set_money(amount);
+    }
+}
+
+void Hud::set_gold(int64_t eggs) {
+    if (frame) {
+        frame->set_gold(eggs);
+    }
+}
+
+void Hud::set_level_line(int level, int percent) {
+    if (frame) {
+        frame->set_level_line(level, percent);
+    }
+}
+
+void Hud::set_mood(double mood) {
+    if (frame) {
+        frame->set_mood(mood);
+    }
+}
+
+void Hud::set_next_goal(const String &text, int64_t have, int64_t need) {
+    if (frame) {
+        frame->set_next_goal(text, have, need);
+    }
+}
+
+void Hud::show_hint(bool on) {
+    if (frame) {
+        frame->show_hint(on && !bool(stored_setting("moved", false)));
+    }
+}
+
+void Hud::offer_panel(const String &name, const Callable &open) {
+    if (!deck || !deck->offer(name, open)) {
+        WARN_PRINT("TILMARCH no side button \"" + name + "\"");
+    }
+}
+
+void Hud::toggle_deck() {
+    if (deck) {
+        deck->toggle();
+    }
+}
+
+void Hud::_show_pause() {
+    _open_panel("PAUSED", Array(), "", Callable(), Callable(this, TM_NAME("_fill_pause")));
+    if (panels && is_inside_tree()) {
+        paused_by_panel = true;
+        get_tree()->set_pause(true);
+    }
+}
+
+void Hud::_fill_pause() {
+    fill_pause_panel(this, content());
+}
+
+void Hud::_show_how_to() {
+    const bool paused = paused_by_panel;
+    _open_panel("HOW TO PLAY", Array(), "", Callable(), Callable(this, TM_NAME("_fill_how_to")));
+    if (paused && is_inside_tree()) {
+        paused_by_panel = true;
+        get_tree()->set_pause(true);
+    }
+}
+
+void Hud::_fill_how_to() {
+    fill_how_to_panel(content());
+}
+
+void Hud::home_pressed() {
+    close_panel();
+    emit_signal(TM_NAME("home_pressed"));
+}
+
+void Hud::save_pressed() {
+    emit_signal(TM_NAME("save_pressed"));
+}
+
+void Hud::zoom_pressed() {
+    const int64_t now = stored_setting("zoom", 1);
+    const int64_t step = (std::max<int64_t>(now, 0) + 1) % 3;
+    set_setting("zoom", step);
+    emit_signal(TM_NAME("zoom_pressed"), step);
+}
+
+void Hud::set_setting(const char *key, const Variant &value) {
+    store_setting(key, value);
+}
+
+} // namespace tilm

@@ -1,0 +1,104 @@
+#pragma once
+// The in-game interface: bars, toasts, prompts, side deck, and one modal panel at a time. A facade: each of these is a
+// plain helper in a file of its own.
+
+#include <cstdint>
+#include <memory>
+
+#include <godot_cpp/classes/button.hpp>
+#include <godot_cpp/classes/canvas_layer.hpp>
+#include <godot_cpp/classes/control.hpp>
+#include <godot_cpp/classes/input_event.hpp>
+#include <godot_cpp/classes/v_box_container.hpp>
+#include <godot_cpp/variant/array.hpp>
+#include <godot_cpp/variant/callable.hpp>
+#include <godot_cpp/variant/dictionary.hpp>
+#include <godot_cpp/variant/vector3.hpp>
+
+#include "game/ports/notices.h"
+
+namespace tilm {
+using namespace godot;
+
+class HudFrame;
+class Joystick;
+class MoneyPops;
+class PanelHost;
+class PromptStack;
+class SideDeck;
+class ToastLane;
+
+class Hud : public CanvasLayer, public Notices {
+    GDCLASS(Hud, CanvasLayer)
+
+public:
+    Hud();
+    ~Hud() override;
+
+    static void setup_statics();
+    static String start_tab();
+    static void set_start_tab(const String &tab);
+
+    void _ready() override;
+    void _process(double delta) override;
+    void _input(const Ref<InputEvent> &event) override;
+
+    // The frame's operations, used by every system.
+    void toast(const String &text, int level = 0); // 0 plain, 1 good, 2 warning, 3 refusal
+    void _open_panel(const String &title, const Array &tabs, const String &tab, const Callable &on_tab,
+                     const Callable &fill);
+    void close_panel();
+    void refresh_panel();
+    bool panel_open() const;
+    VBoxContainer *content() const; // of the open panel, null without one
+    void _prompt(const String &key, const String &title, const String &sub, const String &yes, const Callable &on_yes,
+                 const Callable &on_no, const Dictionary &options);
+    void remove_prompt(const String &key);
+    void fly_money(int64_t amount, const Vector3 &from) override;
+    void notice(const String &text, ToastLevel level) override;
+
+    // What the farm shows on the bars.
+    void set_money(int64_t amount);
+    void set_gold(int64_t eggs);
+    void set_level_line(int level, int percent);
+    void set_mood(double mood); // mean happiness, 0 .. 1; negative hides the chip
+    void set_next_goal(const String &text, int64_t have, int64_t need); // empty text hides the strip
+    void show_hint(bool on);    // "DRAG TO MOVE"; ends for good once the player has walked
+    Joystick *joystick() const { return stick; }
+
+    // Side buttons: a system that exists offers its panel under FRIENDS, BOOST, STYLE, DECOR or GOALS.
+    void offer_panel(const String &name, const Callable &open);
+    void toggle_deck();
+
+    void _show_pause();
+    void _show_how_to();
+    void _fill_pause();
+    void _fill_how_to();
+
+    // Each emits the signal of the same name; zoom_pressed(step) also keeps the next step in the settings.
+    void home_pressed();
+    void save_pressed();
+    void zoom_pressed();
+    void _relayout();
+
+protected:
+    static void _bind_methods();
+    void _notification(int what);
+
+private:
+    void set_setting(const char *key, const Variant &value);
+
+    std::unique_ptr<HudFrame> frame;
+    std::unique_ptr<ToastLane> toasts;
+    std::unique_ptr<PromptStack> prompts;
+    std::unique_ptr<PanelHost> panels;
+    std::unique_ptr<SideDeck> deck;
+    std::unique_ptr<MoneyPops> pops;
+    Joystick *stick = nullptr;
+    Control *root = nullptr;
+    bool finger_down = false;
+    bool refresh_pending = false;
+    bool paused_by_panel = false;
+};
+
+} // namespace tilm

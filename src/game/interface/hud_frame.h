@@ -1,0 +1,79 @@
+#pragma once
+// The bars of the farm screen: money and golden eggs, pause, zoom, happiness, level line, next goal, walking hint.
+
+#include <cstdint>
+
+#include <godot_cpp/classes/button.hpp>
+#include <godot_cpp/classes/control.hpp>
+#include <godot_cpp/classes/label.hpp>
+#include <godot_cpp/classes/panel.hpp>
+#include <godot_cpp/classes/panel_container.hpp>
+#include <godot_cpp/classes/texture_rect.hpp>
+#include <godot_cpp/classes/v_box_container.hpp>
+
+namespace tilm {
+using namespace godot;
+
+class Hud;
+
+class HudFrame {
+public:
+    HudFrame(Hud *hud, Control *root);
+
+    void set_money(int64_t amount);
+    void set_gold(int64_t eggs);
+    void set_level_line(int level, int percent);
+    void set_mood(double mood);
+    void set_next_goal(const String &text, int64_t have, int64_t need);
+    void show_hint(bool on);
+    bool hint_shown() const { return hint != nullptr && hint->is_visible(); }
+    void step(double delta);
+    void relayout(const Vector2 &screen); // after a change of size
+    Vector2 money_spot() const;           // where flying money lands, in screen units
+    void bump_money();                    // a small jump of the counter
+
+    VBoxContainer *side() const { return side_box; }
+
+private:
+    PanelContainer *pill(Control *parent, const Color &color);
+    void build_left(Control *root);
+    void build_right(Hud *hud, Control *root);
+    void build_goal();
+    void build_hint(Control *root);
+    void write_money();
+
+    VBoxContainer *left_box = nullptr;
+    VBoxContainer *side_box = nullptr;
+    PanelContainer *money_pill = nullptr;
+    Label *money_label = nullptr;
+    PanelContainer *gold_pill = nullptr;
+    Label *gold_label = nullptr;
+    Label *level_label = nullptr;
+    Panel *level_fill = nullptr;
+    PanelContainer *mood_pill = nullptr;
+    Label *mood_label = nullptr;
+    TextureRect *mood_icon = nullptr;
+    PanelContainer *goal_pill = nullptr;
+    Label *goal_label = nullptr;
+    Label *goal_count = nullptr;
+    Panel *goal_fill = nullptr;
+    Control *goal_track = nullptr;
+    Control *hint = nullptr;
+    Control *hint_hand = nullptr;
+
+    int64_t money = 0;
+    double money_shown = 0.0;
+    int64_t money_written = -1;
+    bool money_known = false;
+    double write_wait = 0.0;
+    int64_t gold = -1;
+    int level = -1;
+    int percent = -1;
+    int mood_percent = -2;
+    String goal_text;
+    int64_t goal_have = -1;
+    int64_t goal_need = -1;
+    double time = 0.0;
+};
+
+} // namespace tilm

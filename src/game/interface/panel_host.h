@@ -1,0 +1,46 @@
+#pragma once
+// The one modal panel: a dark sheet over the farm, a framed box with title, tabs, scrolled content and CLOSE.
+
+#include <functional>
+
+#include <godot_cpp/classes/button.hpp>
+#include <godot_cpp/classes/control.hpp>
+#include <godot_cpp/classes/v_box_container.hpp>
+#include <godot_cpp/variant/array.hpp>
+#include <godot_cpp/variant/callable.hpp>
+#include <godot_cpp/variant/string.hpp>
+
+namespace tilm {
+using namespace godot;
+
+class PanelHost {
+public:
+    explicit PanelHost(Control *root);
+
+    void open(const String &title, const Array &tabs, const String &tab, const Callable &on_tab, const Callable &fill);
+    void close();
+    void refill();
+    bool is_open() const { return box != nullptr; }
+    VBoxContainer *content() const { return content_box; }
+    String title() const { return open_title; }
+    String tab() const { return open_tab; }
+    Control *layer() const { return overlay; }
+
+    std::function<void()> on_closed; // runs after each close
+
+private:
+    void add_tabs(VBoxContainer *column, const Array &tabs);
+    void style_tabs();
+
+    Control *overlay = nullptr;
+    Control *sheet = nullptr; // all of one opening, freed with it
+    VBoxContainer *box = nullptr;
+    VBoxContainer *content_box = nullptr;
+    Control *tab_row = nullptr;
+    Callable fill;
+    Callable on_tab;
+    String open_title;
+    String open_tab;
+};
+
+} // namespace tilm

@@ -1,0 +1,44 @@
+#pragma once
+// Shows toasts in a lane at the top; ToastQueue decides which and how long.
+
+#include <unordered_map>
+
+#include <godot_cpp/classes/control.hpp>
+#include <godot_cpp/classes/label.hpp>
+#include <godot_cpp/classes/v_box_container.hpp>
+
+#include "rules/toast_queue.h"
+
+namespace tilm {
+using namespace godot;
+
+class ToastLane {
+public:
+    explicit ToastLane(Control *root);
+
+    void add(const String &text, int level);
+    void step(double delta);
+    void relayout(const Vector2 &screen);
+
+    int rows() const { return static_cast<int>(queue.lane().size()); }
+    int waiting() const { return static_cast<int>(queue.waiting()); }
+    VBoxContainer *box() const { return lane; }
+
+private:
+    struct Row {
+        Control *slot = nullptr;
+        Control *panel = nullptr;
+        Label *count = nullptr;
+        double height = 0.0;
+    };
+    void sync();
+    Row make_row(const rules::ToastQueue::Toast &toast);
+    void leave(int id);
+
+    rules::ToastQueue queue;
+    VBoxContainer *lane = nullptr;
+    std::unordered_map<int, Row> shown;
+    double text_room = 560.0;
+};
+
+} // namespace tilm

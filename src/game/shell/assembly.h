@@ -1,0 +1,56 @@
+#pragma once
+// Brings the farm's objects into being: one operation raises one plan entry by one level and builds what that buys.
+
+#include <unordered_map>
+#include <string>
+
+#include <godot_cpp/variant/dictionary.hpp>
+#include <godot_cpp/variant/string.hpp>
+#include <godot_cpp/variant/vector3.hpp>
+
+namespace tilm {
+using namespace godot;
+
+class World;
+
+class Assembly {
+public:
+    explicit Assembly(World &world);
+
+    // Whether entries of this kind can be built at all.
+    bool can_build(const String &kind) const;
+    // Entry `e` goes to `level`. Quiet at load: no toast, sound or camera move.
+    void apply(const Dictionary &e, int level, bool quiet);
+
+private:
+    // What a level has done, for the player.
+    struct Outcome {
+        String toast;
+        const char *sound = nullptr;
+        bool has_focus = false;
+        Vector3 focus;
+        void look_at(const Vector3 &at) {
+            has_focus = true;
+            focus = at;
+        }
+    };
+    using Build = void (Assembly::*)(const Dictionary &e, int level, bool quiet, Outcome &out);
+
+    void producer(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void stall(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void field(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void workers(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void harvester(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void hauler(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void stack(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void shoes(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void feed(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void magnet(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void land(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void final(const Dictionary &e, int level, bool quiet, Outcome &out);
+
+    World &world;
+    std::unordered_map<std::string, Build> builders;
+};
+
+} // namespace tilm

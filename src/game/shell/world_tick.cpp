@@ -1,0 +1,185 @@
+#include <cmath>
+
+#include <godot_cpp/classes/input.hpp>
+#include <godot_cpp/classes/os.hpp>
+#include <godot_cpp/classes/performance.hpp>
+#include <godot_cpp/variant/utility_functions.hpp>
+
+#include "game/actors/crop_field.h"
+#include "game/actors/item.h"
+#include "game/actors/player.h"
+#include "game/actors/sell_counter.h"
+#include "game/actors/stack_carrier.h"
+#include "game/actors/unlock_tile.h"
+#include "game/automation/bot_actions.h"
+#include "game/interface/hud.h"
+#include "game/interface/joystick.h"
+#include "game/shell/farm_document.h"
+#include "game/shell/purse.h"
+#include "game/shell/save.h"
+#include "game/shell/world.h"
+#include "game/sound/sfx.h"
+#include "glebworks/glebworks.h"
+#include "glebworks/walker_core.h"
+#include "names.h"
+
+namespace tilm {
+
+namespace {
+
+constexpr double AUTOSAVE_SECONDS = 20.0;
+constexpr double GUIDE_SECONDS = 0.2;
+constexpr double STATS_SECONDS = 5.0;
+constexpr int STATS_PER_FLOW = 12;
+constexpr double RATE_SECONDS = 60.0;
+constexpr double CUT_AHEAD = 0.35;
+constexpr double CUT_RADIUS = 0.8;
+constexpr int CUT_MAX = 9999;
+constexpr double GOOD_RISE = 0.4;
+
+} // namespace
+
+void World::_process(double delta) {
+    if (building_now) {
+        return;
+    }
+    play_time += delta;
+    Glebworks::slow_tick(delta);
+    Glebworks::timed_tick(delta);
+    WalkerCore::tick_far(delta);
+    step_statistics(delta);
+    read_input(delta);
+    if (!visiting) {
+        cut_crops();
+        pickup.zones(zones, player->get_position(), player->carrier(), delta);
+        double reach = magnet ? Pickup::magnet_reach : Pickup::reach;
+        pickup.cash_step(cash_array, player->get_position(), reach, delta, [this](Item *bill) { _collect(bill); });
+        purchases.tick(delta);
+        purchases.stand_step(player->get_position(), delta);
+    }
+    show_bars();
+    step_meters(delta);
+    if (!visiting) {
+        autosave_timer += delta;
+        if (autosave_timer >= AUTOSAVE_SECONDS) {
+            autosave_timer = 0;
+            _save();
+        }
+        guide_timer -= delta;
+        if (guide_timer <= 0) {
+            guide_timer = GUIDE_SECONDS;
+            UnlockTile *aim = purchases.next_tile();
+            arrow.aim(aim != nullptr, aim ? aim->get_position() : Vector3());
+        }
+        arrow.step(player->get_position(), delta);
+    }
+    if (Sfx *sfx = Sfx::get()) {
+        sfx->set_listener(player->get_position());
+    }
+    step_camera(delta);
+}
+
+void World::read_input(double delta) {
+    Vector2 wish = hud_node->joystick()->vector();
+    if (bot && !visiting) {
+        wish = bot->wish(delta);
+    } else if (wish == Vector2()) {
+        Input *input = Input::get_singleton();
+        wish = input->get_vector(TM_NAME("ui_left"), TM_NAME("ui_right"), TM_NAME("ui_up"), TM_NAME("ui_down"));
+        wish.x += static_cast<float>(input->is_physical_key_pressed(KEY_D)) -
+                  static_cast<float>(input->is_physical_key_pressed(KEY_A));
+        wish.y += static_cast<float>(input->is_physical_key_pressed(KEY_S)) -
+                  static_cast<float>(input->is_physical_key_pressed(KEY_W));
+        wish = wish.limit_length(1.0);
+    }
+    if (visiting || hud_node->panel_open()) {
+        wish = Vector2();
+    }
+    player->set_input(Vector3(wish.x, 0, wish.y));
+    if (!moved_told && wish != Vector2()) {
+        moved_told = true;
+        hud_node->show_hint(false);
+        if (Save *save = Save::get()) {
+            save->set_moved(true);
+        }
+    }
+}
+
+// Walking through a crop cuts it: three plants are one good.
+void World::cut_crops() {
+    StackCarrier *tower = player->carrier();
+    Vector3 at = player->get_position();
+    for (CropField *field : fields) {
+        if (tower->is_full() || !field->contains(at)) {
+            continue;
+        }
+        int cut = field->collect_at(at + player->forward() * CUT_AHEAD, CUT_MAX, CUT_RADIUS);
+        Variant key = field->get_instance_id();
+        int64_t tally = static_cast<int64_t>(crop_tally.get(key, 0)) + cut;
+        if (tally == 0) {
+            continue;
+        }
+        while (tally >= field->get_cells() && !tower->is_full()) {
+            tally -= field->get_cells();
+            tower->add(Item::spawn(field->get_crop(), tower->top_global() + Vector3(0, GOOD_RISE, 0)));
+            Sfx::sound(TM_NAME("item_pick"));
+        }
+        crop_tally[key] = tally;
+    }
+}
+
+void World::step_camera(double delta) {
+    camera.step(player->get_position(), delta);
+    camera.publish_view();
+}
+
+void World::show_bars() {
+    if (shown_money != money) {
+        shown_money = money;
+        hud_node->set_money(money);
+        hud_node->set_gold(gold_eggs);
+    }
+}
+
+void World::step_meters(double delta) {
+    WalkerCore::set_boost(1.0);
+    FieldCore::set_weather_mult(1.0);
+    CustomerBrain::set_patience(1.0);
+    CounterCore::set_spawn_mult(1.0);
+    SellCounter::set_price_factor(1.0);
+    purse->cash_multiplier = 1.0;
+    rate_timer += delta;
+    if (rate_timer < RATE_SECONDS) {
+        return;
+    }
+    double rate = static_cast<double>(rate_counter) / rate_timer;
+    earn_rate = earn_rate <= 0 ? rate : earn_rate + (rate - earn_rate) * 0.3;
+    earn_slow = earn_slow <= 0 ? earn_rate : earn_slow + (rate - earn_slow) * 0.05;
+    rate_counter = 0;
+    rate_timer = 0;
+}
+
+void World::step_statistics(double delta) {
+    stats_timer += delta;
+    if (stats_timer < STATS_SECONDS) {
+        return;
+    }
+    stats_timer = 0;
+    stats_count++;
+    if (stats_count % STATS_PER_FLOW == 0) {
+        flow.flush();
+    }
+    if (!OS::get_singleton()->is_debug_build()) {
+        return;
+    }
+    Performance *monitor = Performance::get_singleton();
+    UtilityFunctions::print(vformat(
+        "TILMARCH fps=%d items=%d money=%d draws=%d objs=%d proc_ms=%.2f nodes=%d batched=%d",
+        static_cast<int64_t>(monitor->get_monitor(Performance::TIME_FPS)), items->get_child_count(), money,
+        static_cast<int64_t>(monitor->get_monitor(Performance::RENDER_TOTAL_DRAW_CALLS_IN_FRAME)),
+        static_cast<int64_t>(monitor->get_monitor(Performance::OBJECT_COUNT)),
+        monitor->get_monitor(Performance::TIME_PROCESS) * 1000.0,
+        static_cast<int64_t>(monitor->get_monitor(Performance::OBJECT_NODE_COUNT)), batched_items()));
+}
+
+} // namespace tilm
