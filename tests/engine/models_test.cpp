@@ -1,0 +1,439 @@
+// The model pipeline and what it draws.
+
+#include <cmath>
+#include <map>
+#include <string>
+
+#include <godot_cpp/classes/box_mesh.hpp>
+#include <godot_cpp/classes/capsule_mesh.hpp>
+#include <godot_cpp/classes/cylinder_mesh.hpp>
+#include <godot_cpp/classes/multi_mesh.hpp>
+#include <godot_cpp/classes/multi_mesh_instance3d.hpp>
+#include <godot_cpp/classes/plane_mesh.hpp>
+#include <godot_cpp/classes/prism_mesh.hpp>
+#include <godot_cpp/classes/sphere_mesh.hpp>
+#include <godot_cpp/classes/torus_mesh.hpp>
+#include <godot_cpp/variant/packed_color_array.hpp>
+#include <godot_cpp/variant/packed_int32_array.hpp>
+#include <godot_cpp/variant/packed_vector2_array.hpp>
+#include <godot_cpp/variant/packed_vector3_array.hpp>
+
+#include "engine_test.h"
+#include "game/art/buildings.h"
+#include "game/art/icon_models.h"
+#include "game/art/item_models.h"
+#include "game/art/mesh_baker.h"
+#include "game/art/models.h"
+#include "game/art/prim_cache.h"
+#include "game/art/scenery.h"
+#include "game/art/shapes.h"
+#include "glebworks/mesh_cluster.h"
+#include "rules/items.h"
+
+namespace tilm {
+namespace {
+
+template <class T>
+Ref<T> made() {
+    Ref<T> mesh;
+    mesh.instantiate();
+    return mesh;
+}
+
+PackedVector3Array vertices_of(const Ref<Mesh> &mesh) {
+    return mesh->surface_get_arrays(0)[Mesh::ARRAY_VERTEX];
+}
+
+// A loose tree freed at the end of its scope.
+struct Tree {
+    Node3D *root = memnew(Node3D);
+    ~Tree() { memdelete(root); }
+};
+
+TEST(ShapeKey, NamesPrimitivesByWhatShapesThem) {
+    Ref<BoxMesh> box = made<BoxMesh>();
+    box->set_size(Vector3(1, 2, 3));
+    EXPECT_EQ(Models::shape_key(box), String("b(1.000000, 2.000000, 3.000000)/0/0/0"));
+    const String before = Models::shape_key(box);
+    box->set_subdivide_depth(2);
+    EXPECT_NE(Models::shape_key(box), before);
+
+    Ref<CylinderMesh> cyl = made<CylinderMesh>();
+    cyl->set_cap_top(false);
+    EXPECT_EQ(Models::shape_key(cyl), String("c0.500000/0.500000/2.000000/64/4/false/true"));
+    Ref<SphereMesh> ball = made<SphereMesh>();
+    EXPECT_EQ(Models::shape_key(ball), String("s0.500000/1.000000/64/32/false"));
+    Ref<PlaneMesh> plane = made<PlaneMesh>();
+    EXPECT_TRUE(Models::shape_key(plane).begins_with("p(2.000000, 2.000000)/0/0/"));
+
+    // Any other primitive goes by its class and stored properties.
+    Ref<PrismMesh> prism = made<PrismMesh>();
+    const String first = Models::shape_key(prism);
+    EXPECT_TRUE(first.begins_with("PrismMesh"));
+    prism->set_left_to_right(0.1f);
+    EXPECT_NE(Models::shape_key(prism), first);
+}
+
+TEST(PrimCache, OneShapeIsComputedOnce) {
+    Ref<BoxMesh> a = made<BoxMesh>(), b = made<BoxMesh>();
+    a->set_size(Vector3(0.7f, 0.7f, 0.7f));
+    b->set_size(Vector3(0.7f, 0.7f, 0.7f));
+    Array first = Models::mesh_arrays(a);
+    ASSERT_EQ(first.size(), int64_t(Mesh::ARRAY_MAX));
+    Array second = Models::mesh_arrays(b);
+    // Arrays are shared by reference: a mark on one shows on the other.
+    first[Mesh::ARRAY_CUSTOM3] = 5;
+    EXPECT_EQ(int64_t(second[Mesh::ARRAY_CUSTOM3]), 5);
+    first[Mesh::ARRAY_CUSTOM3] = Variant();
+    EXPECT_TRUE(Models::mesh_arrays(Ref<Mesh>()).is_empty());
+}
+
+TEST(DetailClamp, OnlyDefaultsAreCutDown) {
+    Ref<SphereMesh> small = made<SphereMesh>(), large = made<SphereMesh>(), chosen = made<SphereMesh>();
+    large->set_radius(0.6f);
+    chosen->set_radial_segments(40);
+    for (const Ref<SphereMesh> &mesh : {small, large, chosen}) {
+        prim_cache::clamp_detail(mesh);
+    }
+    EXPECT_EQ(small->get_radial_segments(), 12);
+    EXPECT_EQ(small->get_rings(), 6);
+    EXPECT_EQ(large->get_radial_segments(), 20);
+    EXPECT_EQ(chosen->get_radial_segments(), 40);
+
+    Ref<CylinderMesh> cone = made<CylinderMesh>();
+    cone->set_bottom_radius(0.7f);
+    prim_cache::clamp_detail(cone);
+    EXPECT_EQ(cone->get_radial_segments(), 20) << "the larger radius decides";
+    EXPECT_EQ(cone->get_rings(), 1);
+    Ref<CapsuleMesh> pill = made<CapsuleMesh>();
+    prim_cache::clamp_detail(pill);
+    EXPECT_EQ(pill->get_radial_segments(), 12);
+    EXPECT_EQ(pill->get_rings(), 4);
+    Ref<TorusMesh> ring = made<TorusMesh>();
+    prim_cache::clamp_detail(ring);
+    EXPECT_EQ(ring->get_rings(), 24);
+    EXPECT_EQ(ring->get_ring_segments(), 8);
+}
+
+TEST(LowDetail, HalvesSegmentsWithAFloor) {
+    Tree t;
+    const auto radial = [](MeshInstance3D *node) {
+        const Ref<SphereMesh> ball = node->get_mesh();
+        const Ref<CylinderMesh> cyl = node->get_mesh();
+        return ball.is_valid() ? ball->get_radial_segments() : cyl->get_radial_segments();
+    };
+    EXPECT_EQ(radial(Models::sphere(0.5f, Color(), Vector3(), t.root)), 12);
+    Models::set_low_detail(true);
+    EXPECT_EQ(radial(Models::sphere(0.5f, Color(), Vector3(), t.root)), 6);
+    EXPECT_EQ(radial(Models::sphere(0.5f, Color(), Vector3(), t.root, Vector3(1, 1, 1), 10)), 5);
+    EXPECT_EQ(radial(Models::cyl(0.5f, 0.5f, 1, Color(), Vector3(), t.root, 8)), 5);
+    EXPECT_EQ(radial(Models::cyl(0.5f, 0.5f, 1, Color(), Vector3(), t.root, 6)), 6) << "already coarse";
+    Models::set_low_detail(false);
+}
+
+TEST(Simplify, DropsTheTinyAndCapsTheRest) {
+    Tree t;
+    Models::box(Vector3(0.02f, 0.02f, 0.02f), Color(), Vector3(), t.root);
+    MeshInstance3D *grown = Models::box(Vector3(0.02f, 0.02f, 0.02f), Color(), Vector3(), t.root);
+    grown->set_scale(Vector3(1, 5, 1));
+    MeshInstance3D *big = Models::sphere(0.5f, Color(), Vector3(), t.root, Vector3(1, 1, 1), 20);
+    MeshInstance3D *small = Models::sphere(0.2f, Color(), Vector3(), t.root, Vector3(1, 1, 1), 20);
+    MeshInstance3D *coarse = Models::cyl(0.5f, 0.5f, 1, Color(), Vector3(), t.root, 5);
+    Models::simplify(t.root, 0.03f);
+    EXPECT_EQ(t.root->get_child_count(), 4) << "only the unscaled speck goes";
+    const auto ball = [](MeshInstance3D *node) { return Ref<SphereMesh>(node->get_mesh()); };
+    EXPECT_EQ(ball(big)->get_radial_segments(), 10);
+    EXPECT_EQ(ball(big)->get_rings(), 5);
+    EXPECT_EQ(ball(small)->get_radial_segments(), 6);
+    EXPECT_EQ(ball(small)->get_rings(), 3);
+    EXPECT_EQ(Ref<CylinderMesh>(coarse->get_mesh())->get_radial_segments(), 5) << "never raised";
+
+    mesh_baker::simplify_more(t.root);
+    EXPECT_EQ(ball(big)->get_radial_segments(), 8);
+    EXPECT_EQ(ball(big)->get_rings(), 4);
+    EXPECT_EQ(ball(small)->get_radial_segments(), 6) << "0.4 is in the middle band: 8 is no lower";
+}
+
+TEST(Shade, DarkensTheFootAndLiftsTheTop) {
+    EXPECT_FLOAT_EQ(mesh_baker::shade_factor(-0.001f, 0, 1.4f), 0.74f);
+    EXPECT_FLOAT_EQ(mesh_baker::shade_factor(-9, 0, 1.4f), 0.74f) << "whatever the depth";
+    EXPECT_FLOAT_EQ(mesh_baker::shade_factor(0.7f, -1, 1.4f), 0.87f);
+    EXPECT_FLOAT_EQ(mesh_baker::shade_factor(5, 0, 1.4f), 1.0f);
+    EXPECT_FLOAT_EQ(mesh_baker::shade_factor(5, 1, 1.4f), 1.05f);
+    EXPECT_EQ(mesh_baker::shade_height_of("house_egg"), 1.4f);
+    EXPECT_EQ(mesh_baker::shade_height_of("trade_box"), 1.4f);
+    EXPECT_EQ(mesh_baker::shade_height_of("item_egg"), 0.0f);
+    EXPECT_EQ(mesh_baker::grid_of("house_egg"), 48);
+    EXPECT_EQ(mesh_baker::grid_of("item_egg"), 8);
+    EXPECT_EQ(mesh_baker::grid_of("depot"), 0);
+}
+
+TEST(Bake, MergesWithTransformsColoursAndShade) {
+    Node3D *node = Models::bake("depot_test_merge", Models::builder([]() {
+        Node3D *tree = memnew(Node3D);
+        tree->set_position(Vector3(100, 100, 100)); // the root's own place does not count
+        Node3D *arm = memnew(Node3D);
+        arm->set_position(Vector3(0, 10, 0));
+        tree->add_child(arm);
+        MeshInstance3D *box = Models::box(Vector3(2, 2, 2), Color(0.5f, 1, 0, 0.25f), Vector3(3, 0, 0), arm);
+        box->set_scale(Vector3(2, 1, 1));
+        return tree;
+    }));
+    const Ref<Mesh> mesh = Object::cast_to<MeshInstance3D>(node)->get_mesh();
+    const AABB bounds = mesh->get_aabb();
+    EXPECT_NEAR(bounds.position.x, 1, 1e-4);
+    EXPECT_NEAR(bounds.position.y, 9, 1e-4);
+    EXPECT_NEAR(bounds.size.x, 4, 1e-4);
+    const PackedColorArray colors = mesh->surface_get_arrays(0)[Mesh::ARRAY_COLOR];
+    ASSERT_EQ(colors.size(), 24);
+    const PackedVector3Array normals = mesh->surface_get_arrays(0)[Mesh::ARRAY_NORMAL];
+    for (int64_t i = 0; i < colors.size(); i++) {
+        const float lift = normals[i].y > 0.5 ? 1.05f : 1.0f;
+        EXPECT_NEAR(colors[i].r, 0.5f * lift, 0.005f) << "above the shade height only the lift is left";
+        EXPECT_NEAR(colors[i].a, 0.25f, 0.005f);
+    }
+    memdelete(node);
+}
+
+TEST(Bake, AKnownKeyIsNeverBuiltAgain) {
+    int built = 0;
+    const Callable build = Models::builder([&built]() {
+        built++;
+        Node3D *tree = memnew(Node3D);
+        Models::box(Vector3(1, 1, 1), Color(1, 0, 0), Vector3(), tree);
+        return tree;
+    });
+    MeshInstance3D *first = Models::bake("once_only", build), *second = Models::bake("once_only", build, false, true);
+    EXPECT_EQ(built, 1);
+    EXPECT_EQ(first->get_mesh(), second->get_mesh());
+    EXPECT_EQ(first->get_mesh()->get_name(), String("once_only"));
+    EXPECT_EQ(second->get_cast_shadows_setting(), GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    EXPECT_EQ(second->get_material_override(), Ref<Material>(Models::vertex_material()));
+    EXPECT_EQ(first->get_material_override(), Ref<Material>(Models::farm_material()));
+    memdelete(first);
+    memdelete(second);
+}
+
+TEST(Bake, OnlySpecksGiveAnEmptyMesh) {
+    MeshInstance3D *node = Models::bake("specks", Models::builder([]() {
+        Node3D *tree = memnew(Node3D);
+        Models::box(Vector3(0.01f, 0.01f, 0.01f), Color(), Vector3(), tree);
+        return tree;
+    }));
+    EXPECT_EQ(node->get_mesh()->get_surface_count(), 0);
+    memdelete(node);
+}
+
+TEST(MergeChildren, KeepsSignsAndMovingParts) {
+    Tree t;
+    MeshInstance3D *wall = Models::box(Vector3(1, 1, 1), Color(1, 1, 1), Vector3(0, 2, 0), t.root);
+    Node3D *hub = memnew(Node3D);
+    hub->set_name("Hub");
+    hub->set_position(Vector3(0, 1, 0));
+    wall->add_child(hub);
+    Models::merge_children(t.root, "kept_parts");
+    ASSERT_EQ(t.root->get_child_count(), 2);
+    Node3D *kept = Object::cast_to<Node3D>(t.root->get_node_or_null(NodePath("Hub")));
+    ASSERT_NE(kept, nullptr);
+    EXPECT_NEAR(kept->get_position().y, 3, 1e-5) << "it stays where it stood";
+
+    Tree bare;
+    Models::label3d("SIGN", 20, Color(), Vector3(), bare.root);
+    Models::merge_children(bare.root, "nothing_to_merge");
+    EXPECT_EQ(bare.root->get_child_count(), 1);
+}
+
+TEST(NearestVisible, ShowsTheNearestFew) {
+    Array nodes;
+    for (int i = 0; i < 5; i++) {
+        Node3D *node = add<Node3D>();
+        node->set_position(Vector3(float(4 - i), 0, 0));
+        nodes.push_back(node);
+    }
+    Models::nearest_visible(nodes, Vector3(), 2.5f, 2);
+    for (int i = 0; i < 5; i++) {
+        EXPECT_EQ(Object::cast_to<Node3D>(nodes[i])->is_visible(), i >= 3) << i;
+    }
+    Models::nearest_visible(nodes, Vector3(), 0.5f, 4);
+    EXPECT_FALSE(Object::cast_to<Node3D>(nodes[3])->is_visible()) << "out of the radius";
+}
+
+TEST(Shapes, FacesLookOutward) {
+    const std::map<std::string, Ref<ArrayMesh>> convex = {
+        {"bevel_box", shapes::bevel_box(Vector3(1, 2, 0.5f), 0.1f, 0.8f)},
+        {"ball", shapes::ball(Vector3(0.5f, 0.3f, 0.4f), 8, 4)},
+        {"loft", shapes::loft({{-1, 0.5f, 0.4f}, {1, 0.3f, 0.3f}}, 6, 0.7f)},
+        {"extrude", shapes::extrude({Vector2(-1, -1), Vector2(1, -1), Vector2(1, 1), Vector2(-1, 1)}, 0.5f)}};
+    for (const auto &[name, mesh] : convex) {
+        const Array arrays = mesh->surface_get_arrays(0);
+        const PackedVector3Array points = arrays[Mesh::ARRAY_VERTEX];
+        const PackedInt32Array corners = arrays[Mesh::ARRAY_INDEX];
+        ASSERT_GT(corners.size(), 0) << name;
+        for (int64_t i = 0; i + 2 < corners.size(); i += 3) {
+            const Vector3 a = points[corners[i]], b = points[corners[i + 1]], c = points[corners[i + 2]];
+            // The engine's front faces run clockwise.
+            EXPECT_GT((c - a).cross(b - a).dot(a + b + c), -1e-6) << name << " triangle " << i / 3;
+        }
+    }
+}
+
+TEST(Rigs, PeopleCarryLimbChannelsAndShareTheirMesh) {
+    Dictionary look;
+    look["shirt"] = "ff0000";
+    look["hat"] = "straw";
+    Node3D *a = Models::person(look), *b = Models::person(look);
+    stage()->add_child(a);
+    stage()->add_child(b);
+    auto *drawn = Object::cast_to<MultiMeshInstance3D>(a->get_node_or_null(NodePath("Mesh")));
+    auto *other = Object::cast_to<MultiMeshInstance3D>(b->get_node_or_null(NodePath("Mesh")));
+    ASSERT_NE(drawn, nullptr);
+    EXPECT_EQ(drawn->get_multimesh()->get_mesh(), other->get_multimesh()->get_mesh());
+    EXPECT_NE(drawn->get_multimesh(), other->get_multimesh());
+    EXPECT_FLOAT_EQ(drawn->get_extra_cull_margin(), 0.8f);
+    for (const char *part : {"Body/LegL/Knee", "Body/LegR", "Body/ArmL/Elbow", "Body/ArmR", "Body/Head"}) {
+        EXPECT_NE(a->get_node_or_null(NodePath(part)), nullptr) << part;
+    }
+    const Array arrays = drawn->get_multimesh()->get_mesh()->surface_get_arrays(0);
+    const PackedVector2Array pivots = arrays[Mesh::ARRAY_TEX_UV], numbers = arrays[Mesh::ARRAY_TEX_UV2];
+    ASSERT_EQ(pivots.size(), PackedVector3Array(arrays[Mesh::ARRAY_VERTEX]).size());
+    const Vector3 arm = Object::cast_to<Node3D>(a->get_node_or_null(NodePath("Body/ArmR")))->get_position();
+    std::map<int, int> seen;
+    for (int64_t i = 0; i < numbers.size(); i++) {
+        const int limb = int(std::lround(numbers[i].x));
+        seen[limb]++;
+        if (limb == 4) {
+            EXPECT_NEAR(pivots[i].x, arm.y, 1e-3);
+            EXPECT_NEAR(pivots[i].y, arm.z, 1e-3);
+        }
+    }
+    EXPECT_EQ(seen.size(), 5u) << "the body and four limbs";
+
+    look["hd"] = true;
+    Node3D *full = Models::person(look);
+    EXPECT_EQ(full->get_node_or_null(NodePath("Mesh")), nullptr);
+    EXPECT_FALSE(mesh_baker::meshes_below(full).empty());
+    memdelete(full);
+}
+
+TEST(Rigs, AnimalsHaveLegsAndATail) {
+    for (const char *product : {"egg", "milk", "fish", "calf", "hen", "honey", "wool", "wool_shorn"}) {
+        Node3D *animal = Models::animal(product);
+        ASSERT_NE(animal, nullptr) << product;
+        stage()->add_child(animal);
+        auto *drawn = Object::cast_to<MultiMeshInstance3D>(animal->get_node_or_null(NodePath("Mesh")));
+        ASSERT_NE(drawn, nullptr) << product;
+        const Array arrays = drawn->get_multimesh()->get_mesh()->surface_get_arrays(0);
+        const PackedVector2Array numbers = arrays[Mesh::ARRAY_TEX_UV2];
+        bool tail = false;
+        for (int64_t i = 0; i < numbers.size(); i++) {
+            tail = tail || std::lround(numbers[i].x) == 5;
+        }
+        EXPECT_TRUE(tail) << product << ": limb 5 is the tail, whatever the number of legs";
+    }
+    EXPECT_EQ(Models::animal("egg_plant"), nullptr);
+}
+
+TEST(Goods, EveryKindFillsItsLayer) {
+    const PackedStringArray kinds = item_models::kinds();
+    ASSERT_EQ(kinds.size(), 46);
+    for (int64_t i = 0; i < kinds.size(); i++) {
+        const std::string kind = kinds[i].utf8().get_data();
+        MeshInstance3D *node = Models::item_model(kinds[i]);
+        const Ref<Mesh> mesh = node->get_mesh();
+        ASSERT_EQ(mesh->get_surface_count(), 1) << kind;
+        const AABB box = mesh->get_aabb();
+        const float layer = rules::item_height(kind);
+        EXPECT_GT(box.size.y, layer * 0.7f) << kind;
+        EXPECT_LT(box.size.y, layer * 1.6f + 0.06f) << kind << ": it would stick through the next layer";
+        EXPECT_GT(box.position.y, -0.08f) << kind;
+        EXPECT_LT(std::max(box.size.x, box.size.z), 0.95f) << kind;
+        EXPECT_LT(vertices_of(mesh).size(), 700) << kind << ": thousands of these lie about";
+        memdelete(node);
+    }
+}
+
+TEST(Houses, EveryProducerStandsOnItsPlot) {
+    for (const char *product : {"egg", "milk", "fish", "calf", "hen", "honey", "apple", "orange", "wool", "bean"}) {
+        Node3D *node = Buildings::house(product);
+        const Ref<Mesh> mesh = Object::cast_to<MeshInstance3D>(node)->get_mesh();
+        ASSERT_EQ(mesh->get_surface_count(), 1) << product;
+        const AABB box = mesh->get_aabb();
+        EXPECT_GT(box.position.x, -3.3f) << product;
+        EXPECT_LT(box.position.x + box.size.x, 3.3f) << product;
+        EXPECT_GT(box.position.z, -3.4f) << product;
+        EXPECT_LT(box.position.z + box.size.z, 2.1f) << product << ": the tray stands in front";
+        EXPECT_GT(box.size.y, 1.0f) << product;
+        EXPECT_LT(box.size.y, 3.9f) << product;
+        const Rect2 solid = Buildings::house_solid(product);
+        EXPECT_GT(solid.size.x, 1.0f) << product;
+        EXPECT_LT(solid.position.y + solid.size.y, 1.9f) << product;
+        memdelete(node);
+    }
+    EXPECT_EQ(Buildings::anim("egg"), nullptr);
+    Node3D *sails = Buildings::anim("flour");
+    ASSERT_NE(sails, nullptr);
+    EXPECT_NEAR(sails->get_position().y, 4.5, 1e-5);
+    memdelete(sails);
+}
+
+TEST(Icons, KindsAndProductsAreToldApart) {
+    std::map<std::string, std::string> by_shape;
+    const auto look_at = [&by_shape](const char *kind, const char *product) {
+        Node3D *tree = IconModels::tile_icon(kind, product);
+        double sum = 0;
+        int64_t parts = 0;
+        for (MeshInstance3D *node : mesh_baker::meshes_below(tree)) {
+            const AABB box = mesh_baker::local_to(node, tree).xform(node->get_mesh()->get_aabb());
+            const Ref<StandardMaterial3D> paint = node->get_material_override();
+            sum += box.size.length() + 10 * paint->get_albedo().r + 3 * paint->get_albedo().g;
+            parts++;
+            EXPECT_LT(std::abs(box.get_center().x), 1.2) << kind << " " << product << ": off its tile";
+        }
+        EXPECT_GT(parts, 0) << kind;
+        const std::string shape = std::to_string(parts) + "/" + std::to_string(sum);
+        const std::string name = std::string(kind) + " " + product;
+        EXPECT_TRUE(by_shape.emplace(shape, name).second) << name << " looks like " << by_shape[shape];
+        memdelete(tree);
+    };
+    for (const char *product : {"egg", "milk", "fish", "calf", "hen", "honey", "apple", "orange", "wool", "bean"}) {
+        look_at("producer", product);
+    }
+    for (const char *kind : {"stall", "machine", "restaurant", "crew", "depot", "belt", "field", "workers", "harvester", "waterman", "hauler",
+                             "tables", "truck", "waiter", "stack", "shoes", "feed", "magnet", "land", "homes", "ahwa", "canteen",
+                             "service", "security", "guards", "final"}) {
+        look_at(kind, kind == std::string("machine") || kind == std::string("stall") ? "bread" : "");
+    }
+}
+
+TEST(Scenery, BuildsTheLandOnce) {
+    Node3D *land = Scenery::ground(stage());
+    EXPECT_NE(land->get_node_or_null(NodePath("Ground")), nullptr);
+    Node3D *fence = Scenery::fence(37.2f);
+    const AABB box = Object::cast_to<MeshInstance3D>(fence)->get_mesh()->get_aabb();
+    EXPECT_NEAR(box.size.z, 37.2f, 0.6f);
+    EXPECT_LT(box.size.x, 1.6f);
+    memdelete(fence);
+    Node3D *cover = Scenery::cover("DAIRY FARM", -24);
+    EXPECT_EQ(cover->get_child_count(), 3);
+    memdelete(cover);
+}
+
+TEST(Shaders, AMissingOneIsReplacedOnce) {
+    const Ref<ShaderMaterial> first = Models::shader_material("no_such_shader");
+    ASSERT_TRUE(first.is_valid());
+    EXPECT_TRUE(first->get_shader().is_valid());
+    EXPECT_EQ(first, Models::shader_material("no_such_shader"));
+}
+
+TEST(Clustering, RefusesUnevenArrays) {
+    expect_engine_error("differ in number");
+    PackedVector3Array vertices, normals;
+    PackedColorArray colors;
+    PackedInt32Array indices;
+    vertices.push_back(Vector3());
+    cluster_arrays(vertices, normals, colors, indices, 8);
+    EXPECT_EQ(vertices.size(), 1);
+}
+
+} // namespace
+} // namespace tilm

@@ -1,0 +1,262 @@
+// A whole farm in the engine: built from its document, played by the bot, saved and found as left.
+
+#include <memory>
+
+#include <godot_cpp/variant/utility_functions.hpp>
+
+#include "engine_test.h"
+#include "farm_items/pile_core.h"
+#include "game/actors/cash_tile.h"
+#include "game/actors/item.h"
+#include "game/actors/player.h"
+#include "game/actors/producer.h"
+#include "game/actors/stack_carrier.h"
+#include "game/actors/unlock_tile.h"
+#include "game/data/farm_data.h"
+#include "game/shell/save.h"
+#include "game/shell/world.h"
+#include "game/shell/world_options.h"
+
+namespace tilm {
+
+namespace {
+
+// A Save on a file of its own and the worlds built from it, one after the other.
+class WorldTest : public testing::Test {
+protected:
+    void SetUp() override {
+        static int number = 0;
+        save = memnew(Save);
+        save->path = String("user://world") + String::num_int64(++number) + String(".json");
+        WorldOptions::get() = WorldOptions();
+    }
+    void TearDown() override {
+        close();
+        memdelete(save);
+        WorldOptions::get() = WorldOptions();
+    }
+
+    void open() {
+        world = add<World>();
+        for (int i = 0; i < 2000 && !world->build_step(); i++) {
+            step();
+        }
+        ASSERT_TRUE(world->is_built());
+    }
+    void close() {
+        if (world) {
+            world->queue_free();
+            world = nullptr;
+            step(2);
+        }
+    }
+    void reopen() {
+        close();
+        save->read();
+        open();
+    }
+
+    ZoneCore *zone(const String &group) const {
+        Array zones = world->zone_list();
+        for (int i = 0; i < zones.size(); i++) {
+            ZoneCore *z = Object::cast_to<ZoneCore>(zones[i]);
+            if (z->get_group() == group) {
+                return z;
+            }
+        }
+        return nullptr;
+    }
+
+    static Dictionary farm(int64_t money, const Dictionary &levels) {
+        Dictionary doc;
+        doc["money"] = money;
+        doc["levels"] = levels;
+        return doc;
+    }
+
+    Save *save = nullptr;
+    World *world = nullptr;
+};
+
+} // namespace
+
+TEST_F(WorldTest, AnEmptyFarmStartsWithWhatIsFree) {
+    open();
+    EXPECT_EQ(world->money, 0);
+    EXPECT_EQ(world->level_of("field_corn"), 1);
+    EXPECT_EQ(world->level_of("stall_corn"), 1);
+    EXPECT_EQ(world->level_of("coop_a"), 0);
+    EXPECT_EQ(world->level(), 1);
+    // What can be bought now, and nothing that nobody could build.
+    EXPECT_TRUE(world->get_tiles().has("coop_a"));
+    EXPECT_TRUE(world->get_tiles().has("stack"));
+    EXPECT_FALSE(world->get_tiles().has("coop_b"));
+    EXPECT_EQ(world->price("coop_a"), 25);
+    EXPECT_TRUE(world->region_open("eggs"));
+    EXPECT_FALSE(world->region_open("dairy"));
+    // Fences stand where open land meets closed land: both sides of eggs and of the service land.
+    EXPECT_EQ(world->get_fences().size(), 3);
+}
+
+TEST_F(WorldTest, TheWalkAreaFollowsTheLand) {
+    Dictionary levels;
+    levels["land_dairy"] = 1;
+    save->data = farm(0, levels);
+    open();
+    Player *player = world->farmer();
+    EXPECT_FLOAT_EQ(player->first_area.position.x, -36.0f + 0.6f);
+    EXPECT_FLOAT_EQ(player->first_area.get_end().x, 12.0f - 0.6f);
+    EXPECT_FLOAT_EQ(player->second_area.size.x, 22.8f);
+    // With the oil land the service land joins.
+    world->apply_level(FarmData::entry_by_id("land_oil"), 1, true);
+    EXPECT_FLOAT_EQ(player->first_area.position.x, -84.0f + 0.6f);
+    EXPECT_EQ(player->second_area.size.x, 0.0f);
+}
+
+TEST_F(WorldTest, MoneyVerbsKeepTheSum) {
+    open();
+    world->gain(120, Vector3(0, 1, 0));
+    EXPECT_EQ(world->money, 120);
+    EXPECT_FALSE(world->spend_quiet(121));
+    EXPECT_FALSE(world->spend_quiet(-5));
+    EXPECT_TRUE(world->spend_quiet(20));
+    world->pay(30, Vector3(1, 0, 1));
+    EXPECT_EQ(world->money, 70);
+    world->gain(-40, Vector3());
+    EXPECT_EQ(world->money, 70);
+    Item *bill = Item::spawn("bill", Vector3(0, 1, 0));
+    bill->set_value(13);
+    world->collect_bill(bill);
+    EXPECT_EQ(world->money, 83);
+    expect_engine_error("collect: not a bill");
+    world->collect_bill(world);
+    EXPECT_EQ(world->money, 83);
+}
+
+TEST_F(WorldTest, ATileIsBoughtByStandingOnItAndNotAgainAtOnce) {
+    save->data = farm(200, Dictionary());
+    open();
+    UnlockTile *tile = world->tile_office().tile_of("coop_a");
+    ASSERT_NE(tile, nullptr);
+    Player *player = world->farmer();
+    // The load's guard lets nobody pay before he has stepped away from where he appeared.
+    player->set_position(tile->get_position());
+    step_seconds(3.0);
+    EXPECT_EQ(world->level_of("coop_a"), 1);
+    EXPECT_EQ(world->money, 175);
+    EXPECT_NE(world->node_of("coop_a"), nullptr);
+    // The upgrade's tile comes on the pad, and nothing drains where the player stands.
+    int64_t before = world->money;
+    ASSERT_TRUE(world->get_tiles().has("coop_a"));
+    player->set_position(world->tile_office().tile_of("coop_a")->get_position() + Vector3(0, 0, 0));
+    step_seconds(0.2);
+    EXPECT_EQ(world->money, before);
+}
+
+TEST_F(WorldTest, GoodsMoneyAndPlaceComeBackAsLeft) {
+    Dictionary levels;
+    levels["coop_a"] = 3;
+    levels["stall_egg"] = 2;
+    levels["stack"] = 2;
+    levels["x_helper_9"] = 4; // of a building that is gone: kept
+    save->data = farm(77, levels);
+    open();
+    Producer *coop = Object::cast_to<Producer>(world->node_of("coop_a"));
+    ASSERT_NE(coop, nullptr);
+    EXPECT_EQ(coop->get_level(), 3);
+    EXPECT_EQ(world->farmer()->carrier()->get_capacity(), 14 + 12);
+    ZoneCore *stall = zone("stall_egg");
+    ASSERT_NE(stall, nullptr);
+    for (int i = 0; i < 7; i++) {
+        stall->get_pile()->add(Item::spawn("egg", Vector3()), 0);
+    }
+    for (int i = 0; i < 3; i++) {
+        world->farmer()->carrier()->add(Item::spawn("corn", Vector3()));
+    }
+    world->cash_list().back()->add_money(40, 10, Vector3());
+    world->farmer()->set_position(Vector3(9.5, 0, -25));
+    int trough = zone("coop_a_feed")->get_pile()->count();
+    EXPECT_GT(trough, 0) << "a new coop has had its free feed";
+    world->save_now();
+    Dictionary left = save->data.duplicate(true);
+    reopen();
+    EXPECT_EQ(world->money, 77);
+    EXPECT_EQ(world->level_of("coop_a"), 3);
+    EXPECT_EQ(zone("stall_egg")->get_pile()->count_kind("egg"), 7);
+    EXPECT_EQ(zone("coop_a_feed")->get_pile()->count(), trough) << "free feed comes once";
+    EXPECT_EQ(world->farmer()->carrier()->count_kind("corn"), 3);
+    EXPECT_EQ(world->cash_list().back()->total(), 40);
+    EXPECT_NEAR(world->farmer()->get_position().x, 9.5, 0.01);
+    EXPECT_NEAR(world->farmer()->get_position().z, -25, 0.01);
+    world->save_now();
+    EXPECT_EQ(static_cast<int64_t>(static_cast<Dictionary>(save->data["levels"])["x_helper_9"]), 4);
+    Dictionary state_left = left["state"];
+    Dictionary state_now = save->data["state"];
+    EXPECT_EQ(Variant(state_left["piles"]).stringify(), Variant(state_now["piles"]).stringify());
+}
+
+TEST_F(WorldTest, ADamagedFarmLoadsWhatIsSound) {
+    Dictionary levels;
+    levels["coop_a"] = 2.0;
+    levels["stall_egg"] = "many";
+    levels["coop_b"] = -3;
+    levels["corn_workers"] = 1e300;
+    Dictionary piles;
+    Dictionary eggs;
+    eggs["egg"] = 500;
+    eggs["gravel"] = 3;
+    piles["coop_a@-70,-54"] = eggs;
+    piles["nowhere@0,0"] = eggs;
+    piles["stall_corn@-102,46"] = "corn";
+    Dictionary state;
+    state["piles"] = piles;
+    state["cash"] = Array();
+    state["carry"] = Array::make("corn", "gravel", 7);
+    state["px"] = 1e30;
+    state["pz"] = "here";
+    Dictionary doc = farm(50, levels);
+    doc["state"] = state;
+    doc["staff"] = 5;
+    doc["paid"] = Array();
+    save->data = doc;
+    expect_engine_error("unknown good gravel");
+    open();
+    EXPECT_EQ(world->level_of("coop_a"), 2);
+    EXPECT_EQ(world->level_of("coop_b"), 0);
+    Producer *coop = Object::cast_to<Producer>(world->node_of("coop_a"));
+    EXPECT_EQ(coop->get_take_zone()->get_pile()->count_kind("egg"), 24) << "no more than the tray holds";
+    EXPECT_EQ(world->farmer()->carrier()->count(), 1);
+    EXPECT_LT(std::abs(world->farmer()->get_position().x), 600);
+}
+
+TEST_F(WorldTest, AVisitShowsAndNeverWrites) {
+    Dictionary levels;
+    levels["coop_a"] = 1;
+    save->data = farm(10, levels);
+    save->write();
+    save->enter_visit(farm(99999, levels));
+    WorldOptions::get().visit_peer = 5;
+    open();
+    EXPECT_EQ(world->money, 99999);
+    EXPECT_FALSE(world->spend_quiet(1));
+    EXPECT_EQ(world->get_tiles().size(), 0);
+    world->save_now();
+    close();
+    save->leave_visit();
+    save->read();
+    EXPECT_EQ(static_cast<int64_t>(save->data["money"]), 10);
+}
+
+TEST_F(WorldTest, TheBotPlaysTheFirstLoop) {
+    WorldOptions::get().autoplay = true;
+    open();
+    for (int i = 0; i < 600 && world->flow_total("sold:egg") == 0; i++) {
+        step_seconds(1.0);
+    }
+    EXPECT_GE(world->level_of("coop_a"), 1);
+    EXPECT_GE(world->level_of("stall_egg"), 1);
+    EXPECT_GT(world->flow_total("sold:egg"), 0);
+    EXPECT_GE(world->money, 0);
+}
+
+} // namespace tilm
