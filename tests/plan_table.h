@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+#ifndef TILMARCH_TEST_DATA
+#define TILMARCH_TEST_DATA "tests/data" // for tools that do not know the build's flags
+#endif
+
 namespace tilm {
 
 // Lines without the heading; empty when the file cannot be read.

@@ -43,6 +43,9 @@ class Good:
 
 	func _init() -> void:
 		top_level = true
+		var shape := MeshInstance3D.new()
+		shape.visible = false # drawn by the batch
+		add_child(shape)
 
 	func seen(p: Vector3) -> bool:
 		return view.grow(3.0).has_point(Vector2(p.x, p.z))

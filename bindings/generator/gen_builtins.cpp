@@ -46,8 +46,8 @@ std::string result_lines(const Type &ret, const std::string &before, const std::
     case Type::FLOAT:
         return "    double ret = 0;\n" + before + "&ret" + after + "    return " + ret.cpp + "(ret);\n";
     case Type::OBJECT:
-        return "    GodotObject *ret = nullptr;\n" + before + "&ret" + after +
-               "    return reinterpret_cast<" + ret.cpp + ">(internal::wrap_object(ret));\n";
+        return "    GodotObject *ret = nullptr;\n" + before + "&ret" + after + "    return reinterpret_cast<" +
+               ret.cpp + ">(internal::wrap_object(ret));\n";
     default:
         return "    " + ret.cpp + " ret;\n" + before + "internal::address_of(ret)" + after + "    return ret;\n";
     }
@@ -82,8 +82,8 @@ std::string vararg_template(const Api &api, const json &method, const Type &ret,
     out += "        std::array<Variant, " + n + " + 1> values{" + values + "Variant(p_args)...};\n";
     out += "        std::array<const Variant *, " + n + " + 1> ptrs;\n";
     out += "        for (size_t i = 0; i < " + n + "; ++i) {\n            ptrs[i] = &values[i];\n        }\n";
-    out += std::string("        ") + (ret.kind == Type::VOID ? "" : "return ") + name + "_internal(ptrs.data(), int(" + n +
-           "));\n    }\n";
+    out += std::string("        ") + (ret.kind == Type::VOID ? "" : "return ") + name + "_internal(ptrs.data(), int(" +
+           n + "));\n    }\n";
     return out;
 }
 
@@ -94,29 +94,32 @@ std::string builtin_args(const std::vector<std::string> &addresses) {
     return args_array(addresses);
 }
 
-static void emit_method(const Api &api, const std::string &owner, const json &m, std::string &header, std::string &cpp) {
+static void emit_method(const Api &api, const std::string &owner, const json &m, std::string &header,
+                        std::string &cpp) {
     const std::string raw = get(m, "name");
     const std::string name = safe_name(raw);
     const Type ret = type_named(api, get(m, "return_type"));
     const bool is_static = flag(m, "is_static");
     const std::string suffix = flag(m, "is_const") && !is_static ? " const" : "";
-    const std::string ref = "    static constinit internal::BuiltinRef m{" + enum_constant(owner) + ", \"" + raw + "\", " +
-                            std::to_string(m["hash"].get<int64_t>()) + "};\n";
+    const std::string ref = "    static constinit internal::BuiltinRef m{" + enum_constant(owner) + ", \"" + raw +
+                            "\", " + std::to_string(m["hash"].get<int64_t>()) + "};\n";
     const std::string base = is_static ? "nullptr" : "_native_ptr()";
     if (flag(m, "is_vararg")) {
         header += vararg_template(api, m, ret, name, "", suffix);
         header += "    " + ret.cpp + " " + name + "_internal(const Variant **args, int count)" + suffix + ";\n";
-        cpp += ret.cpp + " " + owner + "::" + name + "_internal(const Variant **args, int count)" + suffix + " {\n" + ref;
-        cpp += result_lines(ret, "    m.call(" + base + ", reinterpret_cast<const void *const *>(args), ", ", count);\n");
+        cpp +=
+            ret.cpp + " " + owner + "::" + name + "_internal(const Variant **args, int count)" + suffix + " {\n" + ref;
+        cpp +=
+            result_lines(ret, "    m.call(" + base + ", reinterpret_cast<const void *const *>(args), ", ", count);\n");
         cpp += "}\n\n";
         return;
     }
     // A default of a type that may not be complete yet becomes a shorter overload.
     const json &args = args_of(m);
-    const bool overload = !args.empty() && args.back().contains("default_value") &&
-                          get(args.back(), "type") == "Variant";
-    header += std::string("    ") + (is_static ? "static " : "") + ret.cpp + " " + name + "(" + params(api, m, !overload) + ")" +
-              suffix + ";\n";
+    const bool overload =
+        !args.empty() && args.back().contains("default_value") && get(args.back(), "type") == "Variant";
+    header += std::string("    ") + (is_static ? "static " : "") + ret.cpp + " " + name + "(" +
+              params(api, m, !overload) + ")" + suffix + ";\n";
     std::vector<std::string> addresses;
     const std::string encoded = encode_args(api, m, addresses);
     cpp += ret.cpp + " " + owner + "::" + name + "(" + params(api, m, false) + ")" + suffix + " {\n" + ref + encoded +
@@ -127,7 +130,8 @@ static void emit_method(const Api &api, const std::string &owner, const json &m,
         json shorter = m;
         shorter["arguments"].erase(shorter["arguments"].size() - 1);
         header += "    " + ret.cpp + " " + name + "(" + params(api, shorter, false) + ")" + suffix + ";\n";
-        cpp += ret.cpp + " " + owner + "::" + name + "(" + params(api, shorter, false) + ")" + suffix + " {\n    return " + name + "(";
+        cpp += ret.cpp + " " + owner + "::" + name + "(" + params(api, shorter, false) + ")" + suffix +
+               " {\n    return " + name + "(";
         for (const json &a : args_of(shorter)) {
             cpp += "p_" + get(a, "name") + ", ";
         }
@@ -136,8 +140,9 @@ static void emit_method(const Api &api, const std::string &owner, const json &m,
 }
 
 void emit_builtins(const Api &api, const std::string &include, const std::string &src) {
-    std::string cpp = "// Generated from the engine's API description.\n\n#include <godot_cpp/core/generated_support.hpp>\n\n"
-                      "namespace godot {\n\n";
+    std::string cpp =
+        "// Generated from the engine's API description.\n\n#include <godot_cpp/core/generated_support.hpp>\n\n"
+        "namespace godot {\n\n";
     for (const char *name : OPAQUE) {
         std::string header = "// Generated from the engine's API description.\n";
         const json &b = *api.builtins.at(name);

@@ -79,8 +79,8 @@ struct Writer {
         }
         for (const json &k : c.value("constants", json::array())) {
             const int64_t v = k["value"].get<int64_t>();
-            header += std::string("    static constexpr ") + (v == int32_t(v) ? "int " : "int64_t ") + get(k, "name") + " = " +
-                      std::to_string(v) + ";\n";
+            header += std::string("    static constexpr ") + (v == int32_t(v) ? "int " : "int64_t ") + get(k, "name") +
+                      " = " + std::to_string(v) + ";\n";
         }
     }
 
@@ -96,8 +96,8 @@ struct Writer {
         }
         if (ret.typed) {
             const bool dict = ret.cpp.rfind("TypedDictionary", 0) == 0;
-            return std::string("    ") + (dict ? "Dictionary" : "Array") + " ret;\n" + before + "internal::address_of(ret)" +
-                   after + "    return " + ret.cpp + "::_gde_adopt(std::move(ret));\n";
+            return std::string("    ") + (dict ? "Dictionary" : "Array") + " ret;\n" + before +
+                   "internal::address_of(ret)" + after + "    return " + ret.cpp + "::_gde_adopt(std::move(ret));\n";
         }
         return builtin_result(ret, before, after);
     }
@@ -127,8 +127,8 @@ struct Writer {
             }
             return;
         }
-        header += std::string("    ") + (is_static ? "static " : "") + ret.cpp + " " + fn + "(" + params(api, m, true) + ")" +
-                  suffix + ";\n";
+        header += std::string("    ") + (is_static ? "static " : "") + ret.cpp + " " + fn + "(" + params(api, m, true) +
+                  ")" + suffix + ";\n";
         std::vector<std::string> addresses;
         const std::string encoded = encode_args(api, m, addresses);
         cpp += ret.cpp + " " + name + "::" + fn + "(" + params(api, m, false) + ")" + suffix + " {\n" +
@@ -146,11 +146,14 @@ struct Writer {
             unnamed += (unnamed.empty() ? "" : ", ") + type_of(api, a).param();
         }
         cpp += ret.cpp + " " + name + "::" + fn + "(" + unnamed + ")" + suffix + " {\n" +
-               (ret.kind == Type::VOID ? "" : "    return " + std::string(ret.kind == Type::OBJECT ? "nullptr" : ret.cpp + "()") + ";\n") +
+               (ret.kind == Type::VOID
+                    ? ""
+                    : "    return " + std::string(ret.kind == Type::OBJECT ? "nullptr" : ret.cpp + "()") + ";\n") +
                "}\n\n";
-        virtuals += "        if constexpr (internal::overrides<decltype(&B::" + fn + "), decltype(&T::" + fn + ")>()) {\n" +
-                    "            internal::add_virtual(h, \"" + fn + "\", " + std::to_string(m["hash"].get<int64_t>()) +
-                    "u, &internal::Virtual<&T::" + fn + ">::thunk);\n        }\n";
+        virtuals += "        if constexpr (internal::overrides<decltype(&B::" + fn + "), decltype(&T::" + fn +
+                    ")>()) {\n" + "            internal::add_virtual(h, \"" + fn + "\", " +
+                    std::to_string(m["hash"].get<int64_t>()) + "u, &internal::Virtual<&T::" + fn +
+                    ">::thunk);\n        }\n";
     }
 
     std::string base() const { return parent.empty() ? "Wrapped" : class_name(parent); }
@@ -161,9 +164,10 @@ struct Writer {
         const auto single = api.singleton_names.find(raw);
         if (single != api.singleton_names.end()) {
             header += "    static " + name + " *get_singleton();\n    ~" + name + "() override;\n";
-            cpp += "static constinit internal::SingletonRef " + snake_case(raw) + "_singleton{{\"" + single->second + "\"}};\n\n";
-            cpp += name + " *" + name + "::get_singleton() {\n    return static_cast<" + name + " *>(static_cast<Object *>(" +
-                   snake_case(raw) + "_singleton.get()));\n}\n\n";
+            cpp += "static constinit internal::SingletonRef " + snake_case(raw) + "_singleton{{\"" + single->second +
+                   "\"}};\n\n";
+            cpp += name + " *" + name + "::get_singleton() {\n    return static_cast<" + name +
+                   " *>(static_cast<Object *>(" + snake_case(raw) + "_singleton.get()));\n}\n\n";
             cpp += name + "::~" + name + "() {\n    " + snake_case(raw) + "_singleton.drop(this);\n}\n\n";
         }
         for (const json &m : c.value("methods", json::array())) {
@@ -181,15 +185,22 @@ struct Writer {
                       "    template <typename T>\n    static const T *cast_to(const Object *object);\n";
             includes.insert("godot_cpp/classes/wrapped.hpp");
         }
+        if (name == "Node") {
+            header += "\n    // Null if the node is missing or of another class.\n    template <typename T>\n"
+                      "    T *get_node(const NodePath &p_path) const {\n"
+                      "        return T::template cast_to<T>(get_node_or_null(p_path));\n    }\n";
+        }
         if (name == "FileAccess") {
             header += "\n    // Plain memory in and out.\n    bool store_buffer(const uint8_t *from, uint64_t size);\n"
                       "    uint64_t get_buffer(uint8_t *to, uint64_t size) const;\n";
-            cpp += "bool FileAccess::store_buffer(const uint8_t *from, uint64_t size) {\n"
-                   "    internal::gde.file_access_store_buffer(_owner, from, size);\n    return get_error() == OK;\n}\n\n"
-                   "uint64_t FileAccess::get_buffer(uint8_t *to, uint64_t size) const {\n"
-                   "    return internal::gde.file_access_get_buffer(_owner, to, size);\n}\n\n";
+            cpp +=
+                "bool FileAccess::store_buffer(const uint8_t *from, uint64_t size) {\n"
+                "    internal::gde.file_access_store_buffer(_owner, from, size);\n    return get_error() == OK;\n}\n\n"
+                "uint64_t FileAccess::get_buffer(uint8_t *to, uint64_t size) const {\n"
+                "    return internal::gde.file_access_get_buffer(_owner, to, size);\n}\n\n";
         }
-        header += "\n    template <typename T, typename B>\n    static void register_virtuals(internal::ClassHooks &h) {\n        " +
+        header += "\n    template <typename T, typename B>\n    static void register_virtuals(internal::ClassHooks &h) "
+                  "{\n        " +
                   base() + "::register_virtuals<T, B>(h);\n" + virtuals + "    }\n";
         const std::string own = snake_case(name) + ".hpp";
         std::string top = "#pragma once\n// Generated from the engine's API description.\n\n#include <array>\n\n";
@@ -211,14 +222,15 @@ struct Writer {
         }
         write_file(include + "/godot_cpp/classes/" + own, top);
         cpp = "constinit internal::ClassRecord " + name + "::_gde_record{{\"" + raw + "\"}, " +
-              (parent.empty() ? "nullptr" : "&" + class_name(parent) + "::_gde_record") + ", &internal::EngineBinding<" + name +
-              ">::callbacks, false};\n\n" + cpp;
+              (parent.empty() ? "nullptr" : "&" + class_name(parent) + "::_gde_record") +
+              ", &internal::EngineBinding<" + name + ">::callbacks, false};\n\n" + cpp;
     }
 };
 
 // Every engine class by name, with the wanted class that wraps its objects.
 std::string stand_in_table(const Api &api) {
-    std::string out = "// Generated from the engine's API description.\n\n#include <godot_cpp/core/generated_support.hpp>\n";
+    std::string out =
+        "// Generated from the engine's API description.\n\n#include <godot_cpp/core/generated_support.hpp>\n";
     for (const std::string &c : api.ordered) {
         out += "#include <godot_cpp/classes/" + snake_case(class_name(c)) + ".hpp>\n";
     }
@@ -245,16 +257,16 @@ void emit_classes(const Api &api, const std::string &include, const std::string 
     for (const std::string &name : api.ordered) {
         Writer w(api, *api.find_class(name));
         w.write(include);
-        Group &least = *std::min_element(out.begin(), out.end(), [](const Group &a, const Group &b) {
-            return a.body.size() < b.body.size();
-        });
+        Group &least = *std::min_element(out.begin(), out.end(),
+                                         [](const Group &a, const Group &b) { return a.body.size() < b.body.size(); });
         least.includes += "#include <godot_cpp/classes/" + snake_case(class_name(name)) + ".hpp>\n";
         least.body += w.cpp;
     }
     for (size_t i = 0; i < out.size(); ++i) {
-        write_file(src + "/classes_" + std::to_string(i) + ".cpp",
-                   "// Generated from the engine's API description.\n\n#include <godot_cpp/core/generated_support.hpp>\n" +
-                       out[i].includes + "\nnamespace godot {\n\n" + out[i].body + "} // namespace godot\n");
+        write_file(
+            src + "/classes_" + std::to_string(i) + ".cpp",
+            "// Generated from the engine's API description.\n\n#include <godot_cpp/core/generated_support.hpp>\n" +
+                out[i].includes + "\nnamespace godot {\n\n" + out[i].body + "} // namespace godot\n");
     }
     write_file(src + "/class_table.cpp", stand_in_table(api));
 }

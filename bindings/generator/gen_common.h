@@ -14,10 +14,10 @@ using nlohmann::json;
 
 struct Api {
     json root;
-    std::set<std::string> wanted;                 // classes to write, with their bases
-    std::vector<std::string> ordered;             // the same, bases first
-    std::map<std::string, const json *> classes;  // all of the engine's
-    std::map<std::string, const json *> builtins; // String, Vector3...
+    std::set<std::string> wanted;                       // classes to write, with their bases
+    std::vector<std::string> ordered;                   // the same, bases first
+    std::map<std::string, const json *> classes;        // all of the engine's
+    std::map<std::string, const json *> builtins;       // String, Vector3...
     std::map<std::string, std::string> singleton_names; // class -> name
     std::map<std::string, bool> refcounted;
 
@@ -33,10 +33,10 @@ Api load_api(const std::string &json_path, const std::string &classes_path);
 struct Type {
     enum Kind { VOID, BOOL, INT, FLOAT, ENUM, BITFIELD, VALUE, OBJECT, REF, VARIANT, UNSUPPORTED };
     Kind kind = VOID;
-    std::string cpp;         // as a value: "Vector3", "Node *", "Ref<Mesh>", "TypedArray<Node>", "Error"
-    std::string object;      // the class of an object or of an array's elements
-    std::string enum_class;  // the class that declares the enum, "" if global
-    bool typed = false;      // a typed array or dictionary
+    std::string cpp;        // as a value: "Vector3", "Node *", "Ref<Mesh>", "TypedArray<Node>", "Error"
+    std::string object;     // the class of an object or of an array's elements
+    std::string enum_class; // the class that declares the enum, "" if global
+    bool typed = false;     // a typed array or dictionary
 
     std::string param() const; // as a parameter: "const Vector3 &", "Node *", "int32_t "
 };

@@ -34,8 +34,9 @@ static void emit_utilities(const Api &api, const std::string &include, const std
     std::string header = "#pragma once\n// Generated from the engine's API description.\n\n#include <array>\n\n"
                          "#include <godot_cpp/core/object.hpp>\n#include <godot_cpp/variant/variant.hpp>\n\n"
                          "namespace godot {\n\nclass UtilityFunctions {\npublic:\n";
-    std::string cpp = "// Generated from the engine's API description.\n\n#include <godot_cpp/core/generated_support.hpp>\n"
-                      "#include <godot_cpp/variant/utility_functions.hpp>\n\nnamespace godot {\n\n";
+    std::string cpp =
+        "// Generated from the engine's API description.\n\n#include <godot_cpp/core/generated_support.hpp>\n"
+        "#include <godot_cpp/variant/utility_functions.hpp>\n\nnamespace godot {\n\n";
     for (const json &f : api.root.at("utility_functions")) {
         const std::string raw = get(f, "name");
         const std::string name = safe_name(raw) == raw ? raw : raw == "typeof" ? "type_of" : safe_name(raw);
@@ -46,7 +47,8 @@ static void emit_utilities(const Api &api, const std::string &include, const std
             header += vararg_template(api, f, ret, name, "static ", "");
             header += "    static " + ret.cpp + " " + name + "_internal(const Variant **args, int count);\n";
             cpp += ret.cpp + " UtilityFunctions::" + name + "_internal(const Variant **args, int count) {\n" + ref +
-                   builtin_result(ret, "    m.call(", ", reinterpret_cast<const void *const *>(args), count);\n") + "}\n\n";
+                   builtin_result(ret, "    m.call(", ", reinterpret_cast<const void *const *>(args), count);\n") +
+                   "}\n\n";
             continue;
         }
         header += "    static " + ret.cpp + " " + name + "(" + params(api, f, true) + ");\n";

@@ -37,10 +37,10 @@ std::string snake_case(const std::string &name) {
 }
 
 std::string safe_name(const std::string &name) {
-    static const std::set<std::string> taken = {"class",  "default", "new",     "delete", "operator", "template", "typename",
-                                                "switch", "case",    "signed",  "enum",   "char",     "short",    "bool",
-                                                "int",    "const_cast", "continue", "private", "public", "protected", "export",
-                                                "import", "module",  "register", "namespace", "typeof", "this"};
+    static const std::set<std::string> taken = {
+        "class",  "default",   "new",    "delete", "operator", "template", "typename",   "switch",   "case",
+        "signed", "enum",      "char",   "short",  "bool",     "int",      "const_cast", "continue", "private",
+        "public", "protected", "export", "import", "module",   "register", "namespace",  "typeof",   "this"};
     return taken.count(name) ? name + "_" : name;
 }
 
@@ -104,7 +104,8 @@ Type type_named(const Api &api, const std::string &name, const std::string &meta
         t.typed = true;
         const std::string both = name.substr(17);
         const size_t semicolon = both.find(';');
-        t.cpp = "TypedDictionary<" + element(both.substr(0, semicolon)) + ", " + element(both.substr(semicolon + 1)) + ">";
+        t.cpp =
+            "TypedDictionary<" + element(both.substr(0, semicolon)) + ", " + element(both.substr(semicolon + 1)) + ">";
         return t;
     }
     if (name == "bool") {

@@ -17,6 +17,10 @@ const void *native_ptr_of(const Array &a) {
     return a._native_ptr();
 }
 
+void out_of_bounds(int64_t index) {
+    ERR_PRINT("Index " + itos(index) + " is out of bounds.");
+}
+
 void builtin_construct(GDExtensionVariantType type, int32_t constructor, void *dest, const void *const *args) {
     gde.variant_get_ptr_constructor(type, constructor)(dest, args);
 }
@@ -176,18 +180,21 @@ int64_t String::resize(int64_t size) {
     return gde.string_resize(words, size);
 }
 
-static char32_t nowhere;
+static char32_t &no_character(int64_t i) {
+    static char32_t zero;
+    internal::out_of_bounds(i);
+    zero = 0;
+    return zero;
+}
 
 const char32_t &String::operator[](int64_t i) const {
     const char32_t *c = gde.string_operator_index_const(words, i);
-    nowhere = 0;
-    return c ? *c : nowhere;
+    return c ? *c : no_character(i);
 }
 
 char32_t &String::operator[](int64_t i) {
     char32_t *c = gde.string_operator_index(words, i);
-    nowhere = 0;
-    return c ? *c : nowhere;
+    return c ? *c : no_character(i);
 }
 
 bool String::operator==(const String &o) const {
@@ -367,8 +374,9 @@ Dictionary::Dictionary(std::initializer_list<KeyValue<Variant, Variant>> entries
 Dictionary::Dictionary(const Dictionary &base, int64_t key_type, const StringName &key_class_name,
                        const Variant &key_script, int64_t value_type, const StringName &value_class_name,
                        const Variant &value_script) {
-    const void *args[] = {base._native_ptr(), &key_type,   key_class_name._native_ptr(),   &key_script,
-                          &value_type,        value_class_name._native_ptr(), &value_script};
+    const void *args[] = {base._native_ptr(), &key_type,   key_class_name._native_ptr(),
+                          &key_script,        &value_type, value_class_name._native_ptr(),
+                          &value_script};
     construct(2, args);
 }
 
@@ -431,12 +439,20 @@ GDE_ARRAY_FROM(PackedVector4Array, 12)
 
 const Variant &Array::operator[](int64_t index) const {
     const void *v = gde.array_operator_index_const(_native_ptr(), index);
-    return likely(v != nullptr) ? *static_cast<const Variant *>(v) : null_variant();
+    if (unlikely(v == nullptr)) {
+        internal::out_of_bounds(index);
+        return null_variant();
+    }
+    return *static_cast<const Variant *>(v);
 }
 
 Variant &Array::operator[](int64_t index) {
     void *v = gde.array_operator_index(_native_ptr(), index);
-    return likely(v != nullptr) ? *static_cast<Variant *>(v) : null_variant();
+    if (unlikely(v == nullptr)) {
+        internal::out_of_bounds(index);
+        return null_variant();
+    }
+    return *static_cast<Variant *>(v);
 }
 
 bool Array::operator==(const Array &o) const {

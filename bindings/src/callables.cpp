@@ -83,7 +83,8 @@ MethodCallable::MethodCallable(Wrapped *p_self, const char *p_text, const ArgChe
       wanted(p_wanted) {}
 
 uint32_t MethodCallable::hash() const {
-    return hash_murmur3(uint32_t(object_id) ^ uint32_t(object_id >> 32) * 31u ^ uint32_t(key[0]) ^ uint32_t(key[1]) * 7u);
+    return hash_murmur3(uint32_t(object_id) ^ uint32_t(object_id >> 32) * 31u ^ uint32_t(key[0]) ^
+                        uint32_t(key[1]) * 7u);
 }
 
 bool MethodCallable::is_valid() const {

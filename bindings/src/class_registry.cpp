@@ -4,6 +4,7 @@
 #include <string>
 #include <unordered_map>
 
+#include <godot_cpp/classes/class_db_singleton.hpp>
 #include <godot_cpp/core/class_db.hpp>
 #include <godot_cpp/core/error_macros.hpp>
 
@@ -203,7 +204,8 @@ void add_virtual(ClassHooks &hooks, const char *name, uint32_t hash, VirtualThun
 bool check_args(const ArgCheck *checks, int wanted, const Variant *const *args, int64_t given,
                 GDExtensionCallError &error) {
     if (unlikely(given != wanted)) {
-        error.error = given > wanted ? GDEXTENSION_CALL_ERROR_TOO_MANY_ARGUMENTS : GDEXTENSION_CALL_ERROR_TOO_FEW_ARGUMENTS;
+        error.error =
+            given > wanted ? GDEXTENSION_CALL_ERROR_TOO_MANY_ARGUMENTS : GDEXTENSION_CALL_ERROR_TOO_FEW_ARGUMENTS;
         error.argument = wanted;
         error.expected = wanted;
         return false;
@@ -228,7 +230,7 @@ bool check_args(const ArgCheck *checks, int wanted, const Variant *const *args, 
 }
 
 String enum_qualified_name(const char *text) {
-    // "tm::Farm::Kind" is "Farm.Kind" to the engine, which knows no namespaces.
+    // "tilm::Farm::Kind" is "Farm.Kind" to the engine, which knows no namespaces.
     const String full(text);
     const PackedStringArray parts = full.split("::");
     const int64_t n = parts.size();
@@ -243,8 +245,9 @@ String enum_short_name(const char *text) {
 } // namespace internal
 
 GDExtensionPropertyInfo PropertyInfo::_gde() const {
-    return {GDExtensionVariantType(type), name._native_ptr(), class_name._native_ptr(), hint, hint_string._native_ptr(),
-            usage};
+    return {GDExtensionVariantType(type), name._native_ptr(),
+            class_name._native_ptr(),     hint,
+            hint_string._native_ptr(),    usage};
 }
 
 PropertyInfo::operator Dictionary() const {
@@ -273,7 +276,8 @@ void ClassDB::register_setup(const Setup &setup) {
     ClassRecord &record = *setup.record;
     ERR_FAIL_COND_MSG(entry_of(&record), String("Class registered twice: ") + record.name.text);
     if (record.parent->is_extension && !entry_of(record.parent)) {
-        ERR_FAIL_MSG(String("Class ") + record.name.text + " is registered before its base " + record.parent->name.text);
+        ERR_FAIL_MSG(String("Class ") + record.name.text + " is registered before its base " +
+                     record.parent->name.text);
     }
     auto *entry = new Entry{&record, setup.create, {}};
     entries().push_back(entry);
@@ -338,7 +342,8 @@ MethodDefinition make_method_definition(const StringName &name, std::initializer
 static MethodBind *publish(Entry *entry, MethodBind *bind) {
     const void *key = bind->name.data_unique_pointer();
     if (entry->methods.count(key)) {
-        const String what = String("Method bound twice: ") + entry->record->name.text + "::" + String(StringName(bind->name));
+        const String what =
+            String("Method bound twice: ") + entry->record->name.text + "::" + String(StringName(bind->name));
         delete bind;
         ERR_FAIL_V_MSG(nullptr, what);
     }
@@ -377,7 +382,8 @@ MethodBind *ClassDB::bind_prepared(const StringName &class_name, MethodBind *bin
     if (!entry || int(definition.args.size()) > bind->argument_count || default_count > bind->argument_count) {
         const String what = bind->name;
         delete bind;
-        ERR_FAIL_V_MSG(nullptr, "Method '" + what + "' is bound outside of a class or with too many names or defaults.");
+        ERR_FAIL_V_MSG(nullptr,
+                       "Method '" + what + "' is bound outside of a class or with too many names or defaults.");
     }
     for (size_t i = 0; i < definition.args.size(); ++i) {
         bind->infos[i + 1].name = definition.args[i];
@@ -407,8 +413,9 @@ MethodBind *ClassDB::bind_vararg(MethodBind *bind, uint32_t flags, const StringN
     return publish(current, bind);
 }
 
-void MethodBind::call_from_engine(void *p_bind, GDExtensionClassInstancePtr self, const GDExtensionConstVariantPtr *p_args,
-                                  GDExtensionInt count, GDExtensionVariantPtr p_ret, GDExtensionCallError *r_error) {
+void MethodBind::call_from_engine(void *p_bind, GDExtensionClassInstancePtr self,
+                                  const GDExtensionConstVariantPtr *p_args, GDExtensionInt count,
+                                  GDExtensionVariantPtr p_ret, GDExtensionCallError *r_error) {
     const MethodBind *bind = static_cast<const MethodBind *>(p_bind);
     GDExtensionCallError ignored;
     GDExtensionCallError &error = r_error ? *r_error : ignored;
@@ -499,6 +506,34 @@ void ClassDB::bind_integer_constant(const StringName &class_name, const StringNa
     gde.classdb_register_extension_class_integer_constant(internal::library, class_name._native_ptr(),
                                                           enum_name._native_ptr(), constant._native_ptr(), value,
                                                           is_bitfield);
+}
+
+bool ClassDB::class_exists(const StringName &name) {
+    return ClassDBSingleton::get_singleton()->class_exists(name);
+}
+
+bool ClassDB::is_parent_class(const StringName &name, const StringName &base) {
+    return ClassDBSingleton::get_singleton()->is_parent_class(name, base);
+}
+
+bool ClassDB::can_instantiate(const StringName &name) {
+    return ClassDBSingleton::get_singleton()->can_instantiate(name);
+}
+
+Variant ClassDB::instantiate(const StringName &name) {
+    return ClassDBSingleton::get_singleton()->instantiate(name);
+}
+
+StringName ClassDB::get_parent_class(const StringName &name) {
+    return ClassDBSingleton::get_singleton()->get_parent_class(name);
+}
+
+bool ClassDB::class_has_method(const StringName &name, const StringName &method, bool no_inheritance) {
+    return ClassDBSingleton::get_singleton()->class_has_method(name, method, no_inheritance);
+}
+
+bool ClassDB::class_has_signal(const StringName &name, const StringName &signal) {
+    return ClassDBSingleton::get_singleton()->class_has_signal(name, signal);
 }
 
 } // namespace godot

@@ -34,7 +34,8 @@ void _err_print_error(const char *function, const char *file, int line, const St
 
 void _err_print_error(const char *function, const char *file, int line, const String &error, const String &message,
                       bool editor_notify, bool is_warning) {
-    _err_print_error(function, file, line, error.utf8().get_data(), message.utf8().get_data(), editor_notify, is_warning);
+    _err_print_error(function, file, line, error.utf8().get_data(), message.utf8().get_data(), editor_notify,
+                     is_warning);
 }
 
 void _err_print_error(const char *function, const char *file, int line, const char *error, bool editor_notify,

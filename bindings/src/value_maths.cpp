@@ -13,7 +13,9 @@ using internal::BuiltinRef;
 using internal::gde;
 
 #define GDE_TO_STRING(m_class)                                                                                         \
-    m_class::operator String() const { return Variant(*this).stringify(); }
+    m_class::operator String() const {                                                                                 \
+        return Variant(*this).stringify();                                                                             \
+    }
 GDE_TO_STRING(Vector2)
 GDE_TO_STRING(Vector2i)
 GDE_TO_STRING(Vector3)
@@ -351,8 +353,8 @@ bool Plane::intersect_3(const Plane &p1, const Plane &p2, Vector3 *result) const
         return false;
     }
     if (result) {
-        *result = (p1.normal.cross(p2.normal) * d + p2.normal.cross(normal) * p1.d + normal.cross(p1.normal) * p2.d) /
-                  denom;
+        *result =
+            (p1.normal.cross(p2.normal) * d + p2.normal.cross(normal) * p1.d + normal.cross(p1.normal) * p2.d) / denom;
     }
     return true;
 }
@@ -545,15 +547,14 @@ void Color::set_hsv(float h, float s, float v, float alpha) {
         r = g = b = v;
         return;
     }
-    h *= 6.0f;
-    h = std::fmod(h, 6.0f);
-    if (h < 0) {
-        h += 6.0f;
-    }
-    const int i = int(std::floor(h));
+    h = std::fmod(h * 6.0f, 6.0f);
+    int i = int(std::floor(h));
     const float f = h - float(i), p = v * (1 - s), q = v * (1 - s * f), t = v * (1 - s * (1 - f));
     const Color sextants[6] = {Color(v, t, p), Color(q, v, p), Color(p, v, t),
                                Color(p, q, v), Color(t, p, v), Color(v, p, q)};
+    if (i < 0) { // as the engine takes hues below 0
+        i = 5;
+    }
     *this = Color(sextants[i], alpha);
 }
 

@@ -80,7 +80,9 @@ Variant::Variant(const Object *v) {
 }
 
 #define GDE_VARIANT_OPAQUE(m_class, m_enum)                                                                            \
-    Variant::Variant(const m_class &v) { from(m_enum, v._native_ptr()); }                                              \
+    Variant::Variant(const m_class &v) {                                                                               \
+        from(m_enum, v._native_ptr());                                                                                 \
+    }                                                                                                                  \
     Variant::operator m_class() const {                                                                                \
         alignas(m_class) unsigned char raw[sizeof(m_class)] = {};                                                      \
         to(m_enum, raw);                                                                                               \
@@ -171,9 +173,9 @@ int64_t Variant::to_int_slow() const {
             return 0;
         }
         constexpr double limit = 9223372036854775808.0;
-        return d >= limit    ? std::numeric_limits<int64_t>::max()
+        return d >= limit   ? std::numeric_limits<int64_t>::max()
                : d < -limit ? std::numeric_limits<int64_t>::min()
-                             : int64_t(d);
+                            : int64_t(d);
     }
     case BOOL:
         return take<uint8_t>() != 0;
@@ -217,8 +219,7 @@ Object *Variant::get_validated_object() const {
         return nullptr;
     }
     // A counted object lives as long as this value; others may be gone.
-    GodotObject *object =
-        data.id.is_ref_counted() ? data.object : gde.object_get_instance_from_id(uint64_t(data.id));
+    GodotObject *object = data.id.is_ref_counted() ? data.object : gde.object_get_instance_from_id(uint64_t(data.id));
     return static_cast<Object *>(internal::wrap_object(object));
 }
 
@@ -263,8 +264,8 @@ bool Variant::operator<(const Variant &o) const {
 void Variant::callp(const StringName &method, const Variant **args, int argcount, Variant &ret,
                     GDExtensionCallError &error) {
     Variant result;
-    gde.variant_call(this, method._native_ptr(), reinterpret_cast<GDExtensionConstVariantPtr *>(args), argcount, &result,
-                     &error);
+    gde.variant_call(this, method._native_ptr(), reinterpret_cast<GDExtensionConstVariantPtr *>(args), argcount,
+                     &result, &error);
     ret = std::move(result);
 }
 

@@ -154,6 +154,11 @@ void ItemCore::refresh_mesh() {
     }
     mesh_on = on;
     if (MeshInstance3D *mesh = get_mesh_node()) {
+        // Unseen it need not hear of every movement; seen again it catches up.
+        mesh->set_notify_transform(on);
+        if (on) {
+            mesh->set_transform(mesh->get_transform());
+        }
         mesh->set_visible(on);
     }
 }
@@ -212,7 +217,8 @@ void ItemCore::_notification(int what) {
         if (!is_inside_tree()) {
             break;
         }
-        if (!is_visible_in_tree()) {
+        shown = is_visible_in_tree();
+        if (!shown) {
             leave_rest();
             leave_moving();
         } else if (is_node_ready() && !is_processing()) {
@@ -220,6 +226,8 @@ void ItemCore::_notification(int what) {
         }
         break;
     case NOTIFICATION_ENTER_TREE:
+        shown = is_visible_in_tree();
+        in_world_space = is_set_as_top_level();
         if (is_node_ready()) {
             set_process(true);
         }
@@ -235,16 +243,29 @@ void ItemCore::_notification(int what) {
 
 void ItemCore::settle() {
     if (is_inside_tree()) {
-        arrive(is_visible_in_tree());
+        arrive(shown);
     } else {
         set_position(target);
         flight_t = 1.0;
     }
 }
 
+// A top-level item's own position is its world position, and writing it leaves the engine's cached angles alone.
+Vector3 ItemCore::standing() const {
+    return in_world_space ? get_position() : get_global_position();
+}
+
+void ItemCore::move_to(const Vector3 &pos) {
+    if (in_world_space) {
+        set_position(pos);
+    } else {
+        set_global_position(pos);
+    }
+}
+
 void ItemCore::arrive(bool visible) {
-    if (get_global_position() != target) {
-        set_global_position(target);
+    if (standing() != target) {
+        move_to(target);
     }
     const Vector3 turn = get_rotation();
     if (turn.y != (real_t)target_yaw) {
@@ -270,8 +291,8 @@ void ItemCore::_process(double dt) {
 }
 
 void ItemCore::step_good(double dt) {
-    const bool visible = is_visible_in_tree();
-    const Vector3 pos = get_global_position();
+    const bool visible = shown;
+    const Vector3 pos = standing();
     if (!Glebworks::in_view(target, view_margin) && !Glebworks::in_view(pos, view_margin)) {
         arrive(visible);
         return;
@@ -297,7 +318,7 @@ void ItemCore::step_good(double dt) {
         return;
     }
     if (next != pos) {
-        set_global_position(next);
+        move_to(next);
     }
     if ((real_t)yaw != turn.y) {
         set_rotation(Vector3(turn.x, (real_t)yaw, turn.z));
@@ -305,7 +326,7 @@ void ItemCore::step_good(double dt) {
 }
 
 void ItemCore::step_animal(double dt) {
-    const Vector3 pos = get_global_position();
+    const Vector3 pos = standing();
     const double dx = target.x - pos.x;
     const double dz = target.z - pos.z;
     const double d = std::sqrt(dx * dx + dz * dz);
@@ -334,11 +355,11 @@ void ItemCore::step_animal(double dt) {
         if (rig_is_shown) {
             call(TM_NAME("_show_rig"), false);
         }
-        arrive(is_visible_in_tree());
+        arrive(shown);
         return;
     }
     if (next != pos) {
-        set_global_position(next);
+        move_to(next);
     }
     if ((real_t)yaw != turn.y) {
         set_rotation(Vector3(turn.x, (real_t)yaw, turn.z));

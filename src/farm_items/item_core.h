@@ -83,6 +83,8 @@ private:
     void step_good(double dt);
     void step_animal(double dt);
     void arrive(bool visible);
+    Vector3 standing() const;
+    void move_to(const Vector3 &pos);
     void swing_legs(double dt, bool walking);
     void start();
     void leave_rest();
@@ -104,6 +106,8 @@ private:
     bool rig_is_shown = false;
     bool aimed = false; // someone has set a target
     bool mesh_on = true;
+    bool shown = false;          // visible in the tree
+    bool in_world_space = false; // top-level since it entered the tree
     ItemList *lists[2] = {nullptr, nullptr};
 };
 

@@ -78,9 +78,9 @@ void CounterCore::join_queue(WalkerCore *customer) {
 }
 
 void CounterCore::leave_queue(WalkerCore *customer) {
-    queue.erase(std::remove_if(queue.begin(), queue.end(),
-                               [&](const LiveRef<WalkerCore> &c) { return c.get() == customer; }),
-                queue.end());
+    queue.erase(
+        std::remove_if(queue.begin(), queue.end(), [&](const LiveRef<WalkerCore> &c) { return c.get() == customer; }),
+        queue.end());
     for (size_t i = 0; i < queue.size(); ++i) {
         if (WalkerCore *c = queue[i].get()) {
             c->go(slot(static_cast<int64_t>(i)));

@@ -68,6 +68,8 @@ protected:
     static void _bind_methods();
 
 private:
+    static constexpr int64_t trough_reserve = 20; // left at the source while troughs are hungry
+
     struct Candidate {
         int64_t want;
         ZoneCore *zone;
@@ -88,7 +90,7 @@ private:
     void look_elsewhere(StackCore *stack);
     String fitting_kind(StackCore *stack, const ZoneCore *zone) const;
     void finish();
-    void rest(double seconds);
+    void rest(); // gives up its claims and idles a second
     void route_to(const Vector3 &point);
     void release(const Ref<ZoneCore> &zone);
     const std::vector<String> &kinds_for(const ZoneCore *zone) const;

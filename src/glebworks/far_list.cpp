@@ -11,8 +11,8 @@
 namespace tilm {
 
 namespace {
-constexpr double visit_every = 0.3;      // seconds
-constexpr uint64_t frame_budget = 2500;  // microseconds
+constexpr double visit_every = 0.3;     // seconds
+constexpr uint64_t frame_budget = 2500; // microseconds
 constexpr double wake_margin = 10.0;
 } // namespace
 

@@ -7,7 +7,8 @@
 
 namespace tilm {
 
-template <class T> class LiveRef {
+template <class T>
+class LiveRef {
 public:
     LiveRef() = default;
     LiveRef(T *object) { set(object); }
@@ -16,9 +17,7 @@ public:
         pointer = object;
         instance = object == nullptr ? 0 : static_cast<uint64_t>(object->get_instance_id());
     }
-    T *get() const {
-        return instance != 0 && ::godot::ObjectDB::get_instance(instance) != nullptr ? pointer : nullptr;
-    }
+    T *get() const { return instance != 0 && ::godot::ObjectDB::get_instance(instance) != nullptr ? pointer : nullptr; }
     uint64_t id() const { return instance; }
     explicit operator bool() const { return get() != nullptr; }
 

@@ -92,7 +92,8 @@ bool SoundMixer::over_cap(const SoundAsk &ask) {
 }
 
 int SoundMixer::sounding_of(const SoundEvent *event) const {
-    return static_cast<int>(std::count_if(voices.begin(), voices.end(), [&](const Voice &v) { return v.event == event; }));
+    return static_cast<int>(
+        std::count_if(voices.begin(), voices.end(), [&](const Voice &v) { return v.event == event; }));
 }
 
 SoundGo SoundMixer::ask(const SoundAsk &ask) {

@@ -23,21 +23,21 @@ struct SoundAsk {
     const SoundEvent *event = nullptr;
     bool has_file = true;
     double now = 0.0;
-    uint64_t source = 0;    // 0: from no particular source
+    uint64_t source = 0; // 0: from no particular source
     bool positioned = false;
-    bool far = false;       // the quiet version for sounds beyond the near range
-    float jitter = -1.0f;   // negative: the row's rand
+    bool far = false;     // the quiet version for sounds beyond the near range
+    float jitter = -1.0f; // negative: the row's rand
     float vol_db = 0.0f;
-    float min_gap = -1.0f;  // negative: the row's cd (or far_cd)
+    float min_gap = -1.0f; // negative: the row's cd (or far_cd)
 };
 
 struct SoundGo {
     Drop drop = Drop::none;
     float pitch = 1.0f;
     float db = 0.0f;
-    int steal = -1;         // voice id to stop first, -1: none
+    int steal = -1;           // voice id to stop first, -1: none
     bool stop_jingle = false; // the sounding jingle gives way
-    bool queued = false;    // a jingle that waits: nothing to play now
+    bool queued = false;      // a jingle that waits: nothing to play now
     bool positioned = false;
 
     bool plays() const { return drop == Drop::none && !queued; }

@@ -7,9 +7,18 @@ namespace tilm::rules {
 namespace {
 
 constexpr std::array<std::string_view, 12> refusals = {
-    "NOT ENOUGH MONEY",     "NOT AVAILABLE",        "NOT ENOUGH GOLDEN EGGS", "LOCKED: BUY THE LAND FIRST",
-    "NO ROOM HERE",         "NO FREE LOT",          "ALREADY SOLD",           "STACK IS FULL",
-    "CAN'T BUILD HERE",     "CAN'T DO THAT NOW",    "ONLY THE HOST CAN DO THAT", "SAVING FAILED",
+    "NOT ENOUGH MONEY",
+    "NOT AVAILABLE",
+    "NOT ENOUGH GOLDEN EGGS",
+    "LOCKED: BUY THE LAND FIRST",
+    "NO ROOM HERE",
+    "NO FREE LOT",
+    "ALREADY SOLD",
+    "STACK IS FULL",
+    "CAN'T BUILD HERE",
+    "CAN'T DO THAT NOW",
+    "ONLY THE HOST CAN DO THAT",
+    "SAVING FAILED",
 };
 
 } // namespace

@@ -140,7 +140,8 @@ size_t latin_length(std::string_view text) {
     return n;
 }
 
-template <typename Length> std::string wrap_runs(std::string_view text, Length length_at) {
+template <typename Length>
+std::string wrap_runs(std::string_view text, Length length_at) {
     std::string out;
     out.reserve(text.size() + 24);
     for (size_t i = 0; i < text.size();) {

@@ -25,8 +25,8 @@ bool compile_row(std::string_view english, std::string_view translation, Sentenc
 bool match_row(const SentenceRow &row, std::string_view text, std::vector<std::string_view> &holes);
 std::string fill_format(std::string_view format, const std::vector<std::string> &values);
 
-bool has_letter(std::string_view text);       // A-Z or a-z
-bool is_number_text(std::string_view text);   // nothing but digits, signs, money marks and K M B H, or "II"
+bool has_letter(std::string_view text);             // A-Z or a-z
+bool is_number_text(std::string_view text);         // nothing but digits, signs, money marks and K M B H, or "II"
 std::string isolate_numbers(std::string_view text); // wraps each number in left-to-right isolate marks
 // Removes isolate marks that are in the text and wraps each number and each run of Latin words.
 std::string isolate_latin(std::string_view text);
@@ -35,8 +35,8 @@ struct TablePair {
     std::string english;
     std::string translation;
 };
-// Rows "English<tab>translation", "\n" for a line feed, lines that begin with "##" are remarks. Bad rows are skipped and
-// reported with their line number.
+// Rows "English<tab>translation", "\n" for a line feed, lines that begin with "##" are remarks. Bad rows are skipped
+// and reported with their line number.
 std::vector<TablePair> read_table(std::string_view tsv, std::vector<std::string> &problems);
 
 class Translator {

@@ -177,7 +177,7 @@ TEST(Counters, MixedStallMovesRecordsAndHeadsOn) {
     EXPECT_NEAR(static_cast<double>(shop.stall->peek_ghost()["wait"]), 6 + 3.3, 0.4);
     shop.stall->pop_ghost();
 
-    Customer *customer = shop.seat("apple_juice", 3);
+    Customer *customer = shop.seat("apple_juice", 9);
     shop.trade(2.9);
     EXPECT_EQ(customer->mind()->get_kind(), String("apple_juice"));
     shop.trade(0.2);
@@ -185,6 +185,7 @@ TEST(Counters, MixedStallMovesRecordsAndHeadsOn) {
     EXPECT_GT(customer->mind()->get_wait(), 5.8);
     shop.trade(0.2);
     ASSERT_GE(customer->mind()->get_got(), 1);
+    ASSERT_LT(customer->mind()->get_got(), 9);
     shop.stall->get_stock()->drop("orange_juice", 10);
     shop.stock("apple_juice", 10);
     shop.trade(6.0); // one in hand: the order stays

@@ -18,6 +18,8 @@
 //   make what they need. The project's assets and shaders are there.
 // Run one file: ctest -R engine.save_test; one test: tests/engine/run build/dev save_test.cpp 'Save.Writes*'.
 
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include <godot_cpp/classes/node3d.hpp>
@@ -38,6 +40,17 @@ Node3D *stage(); // parent of what a test builds, made anew for each test
 
 void step(int frames = 1);
 void step_seconds(double seconds);
+
+// Classes that only a test needs, registered with the game's own:
+//     const test::RegisterClasses probes([] { GDREGISTER_CLASS(Probe); });   // at namespace scope
+struct RegisterClasses {
+    using Register = void (*)();
+    explicit RegisterClasses(Register run) { all().push_back(run); }
+    static std::vector<Register> &all() {
+        static std::vector<Register> list;
+        return list;
+    }
+};
 
 // Announces engine error or warning lines that hold this text, so many of them.
 void expect_engine_error(const String &text, int times = 1);

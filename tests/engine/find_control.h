@@ -11,7 +11,8 @@
 
 namespace tilm {
 
-template <class T> void collect(Node *node, std::vector<T *> &found) {
+template <class T>
+void collect(Node *node, std::vector<T *> &found) {
     if (T *match = Object::cast_to<T>(node)) {
         if (!match->is_queued_for_deletion()) {
             found.push_back(match);
@@ -22,7 +23,8 @@ template <class T> void collect(Node *node, std::vector<T *> &found) {
     }
 }
 
-template <class T> std::vector<T *> all_of(Node *node) {
+template <class T>
+std::vector<T *> all_of(Node *node) {
     std::vector<T *> found;
     collect(node, found);
     return found;

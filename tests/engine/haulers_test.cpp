@@ -117,6 +117,32 @@ TEST(Haulers, HensGoToStallAndPlantInTurn) {
     EXPECT_LE(std::abs(sold - cut), 10); // two loads
 }
 
+TEST(Haulers, AStallThatAsksForHensHoldsThePlantBack) {
+    Workplace place;
+    Ref<Zone> house = place.take("hen", 30, Vector3(0, 0, -4));
+    Ref<Zone> stall = place.give("stall_hen", "hen", 500, Vector3(6, 0, 4));
+    Ref<Zone> plant = place.give("poultry_plant", "hen", 500, Vector3(-6, 0, -2));
+    place.hire({"hen"}, "poultry_plant", Vector3(0, 0, -3));
+    place.run(90.0);
+    ASSERT_EQ(Workplace::held(plant, "hen"), 30); // nobody else asked
+    ASSERT_EQ(HaulerBrain::hens_to_plant(), 30);
+    place.hire({"hen"}, "stall_hen", Vector3(0, 0, -3));
+    place.run(1.5);
+    EXPECT_EQ(HaulerBrain::hens_to_plant(), 20); // a lead of 20 is all that is held against it
+    for (int i = 0; i < 4; ++i) {
+        Workplace::fill(house->get_pile(), "hen", 4); // never plenty, and the plant still has room
+        place.run(12.0);
+    }
+    EXPECT_EQ(Workplace::held(plant, "hen"), 30);
+    EXPECT_EQ(Workplace::held(stall, "hen"), 16);
+    Workplace::fill(house->get_pile(), "hen", 60); // now there are enough for both
+    place.run(6.0);
+    EXPECT_LT(Workplace::held(house, "hen"), 56);
+    place.run(60.0);
+    EXPECT_GT(Workplace::held(plant, "hen"), 30);
+    EXPECT_GT(Workplace::held(stall, "hen"), 16);
+}
+
 TEST(Haulers, AFullDestinationSendsTheLoadElsewhereOrHome) {
     Workplace place;
     Ref<Zone> tray = place.take("egg", 5, Vector3(0, 0, -6));

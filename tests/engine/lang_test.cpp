@@ -73,7 +73,8 @@ TEST_F(LangTest, SetupTwiceAndShutdown) {
 TEST_F(LangTest, EmbeddedTablesAreTheFiles) {
     std::vector<std::string> problems;
     rules::Translator t;
-    t.load(embedded_text("ar/exact.tsv"), embedded_text("ar/templates.tsv"), embedded_text("ar/combinations.tsv"), problems);
+    t.load(embedded_text("ar/exact.tsv"), embedded_text("ar/templates.tsv"), embedded_text("ar/combinations.tsv"),
+           problems);
     EXPECT_TRUE(problems.empty());
     EXPECT_GT(t.exact_count(), 250u);
     EXPECT_GT(t.sentence_count(), 50u);

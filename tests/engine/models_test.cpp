@@ -170,15 +170,16 @@ TEST(Shade, DarkensTheFootAndLiftsTheTop) {
 
 TEST(Bake, MergesWithTransformsColoursAndShade) {
     Node3D *node = Models::bake("depot_test_merge", Models::builder([]() {
-        Node3D *tree = memnew(Node3D);
-        tree->set_position(Vector3(100, 100, 100)); // the root's own place does not count
-        Node3D *arm = memnew(Node3D);
-        arm->set_position(Vector3(0, 10, 0));
-        tree->add_child(arm);
-        MeshInstance3D *box = Models::box(Vector3(2, 2, 2), Color(0.5f, 1, 0, 0.25f), Vector3(3, 0, 0), arm);
-        box->set_scale(Vector3(2, 1, 1));
-        return tree;
-    }));
+                                    Node3D *tree = memnew(Node3D);
+                                    tree->set_position(Vector3(100, 100, 100)); // the root's own place does not count
+                                    Node3D *arm = memnew(Node3D);
+                                    arm->set_position(Vector3(0, 10, 0));
+                                    tree->add_child(arm);
+                                    MeshInstance3D *box =
+                                        Models::box(Vector3(2, 2, 2), Color(0.5f, 1, 0, 0.25f), Vector3(3, 0, 0), arm);
+                                    box->set_scale(Vector3(2, 1, 1));
+                                    return tree;
+                                }));
     const Ref<Mesh> mesh = Object::cast_to<MeshInstance3D>(node)->get_mesh();
     const AABB bounds = mesh->get_aabb();
     EXPECT_NEAR(bounds.position.x, 1, 1e-4);
@@ -216,10 +217,10 @@ TEST(Bake, AKnownKeyIsNeverBuiltAgain) {
 
 TEST(Bake, OnlySpecksGiveAnEmptyMesh) {
     MeshInstance3D *node = Models::bake("specks", Models::builder([]() {
-        Node3D *tree = memnew(Node3D);
-        Models::box(Vector3(0.01f, 0.01f, 0.01f), Color(), Vector3(), tree);
-        return tree;
-    }));
+                                            Node3D *tree = memnew(Node3D);
+                                            Models::box(Vector3(0.01f, 0.01f, 0.01f), Color(), Vector3(), tree);
+                                            return tree;
+                                        }));
     EXPECT_EQ(node->get_mesh()->get_surface_count(), 0);
     memdelete(node);
 }
@@ -398,9 +399,10 @@ TEST(Icons, KindsAndProductsAreToldApart) {
     for (const char *product : {"egg", "milk", "fish", "calf", "hen", "honey", "apple", "orange", "wool", "bean"}) {
         look_at("producer", product);
     }
-    for (const char *kind : {"stall", "machine", "restaurant", "crew", "depot", "belt", "field", "workers", "harvester", "waterman", "hauler",
-                             "tables", "truck", "waiter", "stack", "shoes", "feed", "magnet", "land", "homes", "ahwa", "canteen",
-                             "service", "security", "guards", "final"}) {
+    for (const char *kind :
+         {"stall",    "machine", "restaurant", "crew",    "depot",   "belt",     "field",  "workers", "harvester",
+          "waterman", "hauler",  "tables",     "truck",   "waiter",  "stack",    "shoes",  "feed",    "magnet",
+          "land",     "homes",   "ahwa",       "canteen", "service", "security", "guards", "final"}) {
         look_at(kind, kind == std::string("machine") || kind == std::string("stall") ? "bread" : "");
     }
 }

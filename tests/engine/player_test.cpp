@@ -52,7 +52,7 @@ TEST(Players, WalksAtItsPaceAndStopsAtTheEdgeOfTheLand) {
     player->set_speed_mult(1.5);
     EXPECT_NEAR(yard.walk(Vector3(1, 0, 1), 3.0).x, 11.4, 1e-3);
     EXPECT_NEAR(player->get_position().z, 5.2, 1e-3); // slid along both edges
-    yard.walk(Vector3(8, 0, 0), 0.1); // a wish longer than 1 is not faster
+    yard.walk(Vector3(8, 0, 0), 0.1);                 // a wish longer than 1 is not faster
     EXPECT_LE(player->get_velocity().length(), 9.0 + 1e-3);
     EXPECT_TRUE(player->at_home(Vector3(11.4f, 0, 5.2f)));
     EXPECT_FALSE(player->at_home(Vector3(11.5f, 0, 0)));

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include <godot_cpp/classes/class_db_singleton.hpp>
 #include <godot_cpp/core/class_db.hpp>
 #include <gtest/gtest.h>
 
@@ -185,8 +186,8 @@ TEST(Registry, KeepsOrderAndBasesOfTheFullList) {
 
 TEST(Registry, OtherLevelsChangeNothing) {
     size_t before = tilm::registered_classes().size();
-    for (ModuleInitializationLevel level : {MODULE_INITIALIZATION_LEVEL_CORE, MODULE_INITIALIZATION_LEVEL_SERVERS,
-                                            MODULE_INITIALIZATION_LEVEL_EDITOR}) {
+    for (ModuleInitializationLevel level :
+         {MODULE_INITIALIZATION_LEVEL_CORE, MODULE_INITIALIZATION_LEVEL_SERVERS, MODULE_INITIALIZATION_LEVEL_EDITOR}) {
         tilm::initialize_module(level);
         tilm::uninitialize_module(level);
     }

@@ -2,7 +2,9 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 
+#include "rules/json_guard.h"
 #include "save_kit.h"
 
 namespace tilm {
@@ -248,6 +250,43 @@ TEST_F(SaveDamage, LeftoversOfAKilledWriteAreOverwritten) {
     save->write();
     EXPECT_EQ(money(open()), 201);
     EXPECT_FALSE(exists(".tmp"));
+}
+
+// Our own reading of the grammar decides whether a save may replace the old one: the engine's parser has to agree.
+TEST_F(SaveDamage, WhatOurGrammarAcceptsTheEngineReads) {
+    Save *save = open();
+    save->data = farm(12);
+    save->name = String::utf8("م \"\\/\n\t");
+    save->write();
+    const std::string good = bytes();
+    ASSERT_TRUE(rules::is_json_object(good));
+    std::mt19937 dice(7); // the same texts each time
+    const std::string alphabet = "{}[]\",:\\/untrefals0123456789.-+eE \n\x01\xD9";
+    int accepted = 0;
+    for (int i = 0; i < 20000; ++i) {
+        std::string text = good;
+        for (unsigned changes = dice() % 3 + 1; changes > 0; --changes) {
+            const size_t at = dice() % text.size();
+            const char c = alphabet[dice() % alphabet.size()];
+            switch (dice() % 3) {
+            case 0:
+                text[at] = c;
+                break;
+            case 1:
+                text.insert(at, 1, c);
+                break;
+            default:
+                text.erase(at, dice() % 3 + 1);
+            }
+        }
+        if (rules::is_json_object(text)) {
+            ++accepted;
+            Dictionary doc;
+            ASSERT_TRUE(parse_document(text, doc)) << text;
+        }
+    }
+    EXPECT_GT(accepted, 1000);
+    EXPECT_LT(accepted, 19000);
 }
 
 } // namespace

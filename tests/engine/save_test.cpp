@@ -35,8 +35,8 @@ TEST_F(SaveTest, EverythingComesBack) {
     save->net_nudge_at = 1700000000;
     save->coop["goal"] = 4;
     save->data = farm(3000000000000);
-    const String token = save->net_token();
     save->write();
+    const String token = save->net_token(); // keeps itself
 
     Save *back = open();
     EXPECT_FALSE(back->sound_on);
@@ -49,7 +49,7 @@ TEST_F(SaveTest, EverythingComesBack) {
     EXPECT_EQ(back->name, String::utf8("حسن \"the\" farmer\n"));
     EXPECT_EQ(back->net_nudge_at, 1700000000);
     EXPECT_EQ(read_whole(back->coop, "goal"), 4);
-    EXPECT_EQ(back->net_token(), token);
+    EXPECT_EQ(back->net_tok, token);
     EXPECT_EQ(token.length(), 16);
     EXPECT_TRUE(token.is_valid_hex_number(false));
     EXPECT_EQ(money(back), 3000000000000);
@@ -61,7 +61,6 @@ TEST_F(SaveTest, EverythingComesBack) {
     EXPECT_EQ(back->find_farm("ffff"), -1);
     EXPECT_TRUE(back->has_progress());
     EXPECT_FALSE(exists(".tmp"));
-    EXPECT_FALSE(exists(".bak"));
 }
 
 TEST_F(SaveTest, FileIsShortSortedAndKeepsTheOneBefore) {

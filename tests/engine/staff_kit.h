@@ -29,7 +29,8 @@ public:
     ~Workplace() { Glebworks::see_everything(); }
     Workplace(const Workplace &) = delete;
 
-    template <class T> T *put(const Vector3 &pos = Vector3()) {
+    template <class T>
+    T *put(const Vector3 &pos = Vector3()) {
         T *node = memnew(T);
         node->set_position(pos);
         farm.ground->add_child(node);

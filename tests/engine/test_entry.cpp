@@ -4,6 +4,7 @@
 #include <godot_cpp/core/defs.hpp>
 #include <godot_cpp/godot.hpp>
 
+#include "engine_test.h"
 #include "register.h"
 #include "test_runner.h"
 
@@ -13,6 +14,9 @@ void initialize_tests(godot::ModuleInitializationLevel level) {
     tilm::initialize_module(level);
     if (level == godot::MODULE_INITIALIZATION_LEVEL_SCENE) {
         GDREGISTER_CLASS(tilm::TestRunner);
+        for (const auto register_classes : tilm::test::RegisterClasses::all()) {
+            register_classes();
+        }
     }
 }
 

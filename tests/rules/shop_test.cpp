@@ -20,8 +20,8 @@ TEST(Shop, MoodFallsAtLimitsThatPatienceStretches) {
 
 TEST(Shop, UnitPriceGrowsByAThirdALevel) {
     EXPECT_EQ(unit_price(1, 4), 4);
-    EXPECT_EQ(unit_price(2, 4), 5);  // 5.4
-    EXPECT_EQ(unit_price(3, 4), 7);  // 6.8
+    EXPECT_EQ(unit_price(2, 4), 5); // 5.4
+    EXPECT_EQ(unit_price(3, 4), 7); // 6.8
     EXPECT_EQ(unit_price(5, 50), 120);
 }
 

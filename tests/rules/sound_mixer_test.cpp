@@ -75,7 +75,8 @@ TEST(SoundEvents, TableIsWholeAndSound) {
         EXPECT_GT(buses()[static_cast<size_t>(e.bus)].voices, 0);
     }
     EXPECT_EQ(find_sound_event("no_such_sound"), nullptr);
-    EXPECT_EQ(sound_stems(*find_sound_event("cow_moo")), (std::vector<std::string>{"cow_moo_1", "cow_moo_2", "cow_moo_3"}));
+    EXPECT_EQ(sound_stems(*find_sound_event("cow_moo")),
+              (std::vector<std::string>{"cow_moo_1", "cow_moo_2", "cow_moo_3"}));
     EXPECT_EQ(sound_stems(*find_sound_event("sit")), std::vector<std::string>{"sit"});
 }
 
@@ -135,7 +136,7 @@ TEST(SoundMixer, MissingFileOrRowIsCounted) {
 TEST(SoundMixer, NinthLowPlayWithinASecondIsCapped) {
     Desk desk;
     desk.length = 0.01;
-    const char *low[] = {"worker_pick", "worker_drop", "lay_egg",    "lay_milk", "fish_splash",
+    const char *low[] = {"worker_pick", "worker_drop", "lay_egg",    "lay_milk",     "fish_splash",
                          "grain_pour",  "chop",        "crate_thud", "scissors_snip"};
     for (int i = 0; i < 8; ++i) {
         EXPECT_TRUE(desk.play(low[i]).plays()) << low[i];

@@ -44,6 +44,53 @@ TEST(JsonGuard, RefusesWhatWouldHurtAParser) {
     EXPECT_EQ(json_refusal("[12345]", {.bytes = 6}), "too large");
 }
 
+TEST(JsonGuard, GrammarIsReadThroughToTheEnd) {
+    for (const char *good :
+         {"{}", " { } ", R"({"a":1})", R"({"a":[1,-2.5,3e9,0,0.5,-0,1E-3],"b":{"c":[[],{}]}})",
+          R"({"":"\"\\\/\b\f\n\r\t\u00e9\uFFFD","n":null,"t":true,"f":false})", "{\"a\":\"\x01\"}"}) {
+        EXPECT_TRUE(is_json_object(good)) << good;
+    }
+    for (const char *bad : {"",
+                            "[]",
+                            "1",
+                            "null",
+                            "{",
+                            "}",
+                            "{}}",
+                            "{} x",
+                            R"({"a"})",
+                            R"({"a":})",
+                            R"({a:1})",
+                            R"({"a":1,})",
+                            R"({,"a":1})",
+                            R"({"a":1 "b":2})",
+                            R"({"a":[1,]})",
+                            R"({"a":[1 2]})",
+                            R"({"a":[1})",
+                            R"({"a":01})",
+                            R"({"a":1.})",
+                            R"({"a":.5})",
+                            R"({"a":1e})",
+                            R"({"a":+1})",
+                            R"({"a":-})",
+                            R"({"a":inf})",
+                            R"({"a":tru})",
+                            R"({"a":"x)",
+                            R"({"a":"\x"})",
+                            R"({"a":"\u12g4"})",
+                            R"({"a":"\ud800"})",
+                            R"({"a":"\u0000"})",
+                            R"({"a":"\)",
+                            R"({"a":"\u00)"}) {
+        EXPECT_FALSE(is_json_object(bad)) << bad;
+    }
+    const auto nested = [](int n) { return "{\"a\":" + std::string(n, '[') + std::string(n, ']') + "}"; };
+    EXPECT_TRUE(is_json_object(nested(63)));
+    EXPECT_FALSE(is_json_object(nested(64)));
+    EXPECT_FALSE(is_json_object(nested(100000)));
+    EXPECT_FALSE(is_json_object("{\"a\":1}", {.bytes = 4}));
+}
+
 TEST(JsonGuard, RepairsOnlyWhatIsMalformed) {
     const std::string good = "a \xC3\xA9 \xD8\xB9 \xE2\x82\xAC \xF0\x9F\x90\x94 z";
     EXPECT_EQ(repaired_utf8(good), good);

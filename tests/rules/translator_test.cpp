@@ -117,7 +117,9 @@ TEST(Translator, BadRowsAreSkippedAndNamed) {
     Translator t;
     std::vector<std::string> problems;
     t.load("EGGS\tبيض\nNO TAB HERE\nEGGS\tبيض تاني\nA\tB\tC\n\tEMPTY\nEMPTY\t\nMILK\tلبن",
-           "GO TO {}\tروح\nWITH {#}\tمع {1}\nBROKEN {\tمكسور {0}\nNO HOLE\tمن غير\nFINE {}\tتمام {0}\nBAD {}\tوحش {0} {x}\n", "", problems);
+           "GO TO {}\tروح\nWITH {#}\tمع {1}\nBROKEN {\tمكسور {0}\nNO HOLE\tمن غير\nFINE {}\tتمام {0}\nBAD {}\tوحش {0} "
+           "{x}\n",
+           "", problems);
     EXPECT_EQ(t.exact_count(), 2u);
     EXPECT_EQ(t.sentence_count(), 1u);
     EXPECT_EQ(problems.size(), 10u);
@@ -135,7 +137,10 @@ TEST(Translator, HopelessTextsEndQuickly) {
     }
     std::vector<std::string_view> holes;
     EXPECT_FALSE(match_row(row, text + "?", holes));
-    EXPECT_FALSE(match_row(row, text + " Q!!"  "?", holes));
+    EXPECT_FALSE(match_row(row,
+                           text + " Q!!"
+                                  "?",
+                           holes));
 }
 
 // The shipped tables: no row is lost, every template matches a sentence made from itself.

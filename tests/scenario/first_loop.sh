@@ -10,14 +10,14 @@ rm -rf "$XDG_DATA_HOME"
 mkdir -p "$XDG_DATA_HOME"
 
 if [ "${2:-}" != inside ]; then
-    exec env -u DISPLAY -u WAYLAND_DISPLAY xvfb-run -a -s "-screen 0 720x1280x24" "$0" "$out" inside
+    exec env -u DISPLAY -u WAYLAND_DISPLAY xvfb-run -a -s "-screen 0 540x960x24" "$0" "$out" inside
 fi
 
 run() { # LOG ARGUMENTS...
     local log=$1
     shift
     timeout 900 "$root/tools/godot" --rendering-driver opengl3 --audio-driver Dummy --path "$root/project" \
-        --resolution 720x1280 --script "$root/tests/scenario/first_loop.gd" -- --play --lang=en "$@" >"$log" 2>&1
+        --resolution 270x480 --script "$root/tests/scenario/first_loop.gd" -- --play --lang=en "$@" >"$log" 2>&1
 }
 
 fail() {

@@ -14,17 +14,17 @@ namespace tilm {
 namespace {
 
 constexpr double face_low = 2.25;
-constexpr double face_high = 2.85; // above the bubble
-const Color happy(0.239f, 0.863f, 0.518f);  // 3ddc84
-const Color so_so(0.949f, 0.718f, 0.227f);  // f2b73a
-const Color angry(0.949f, 0.435f, 0.435f);  // f26f6f
+constexpr double face_high = 2.85;         // above the bubble
+const Color happy(0.239f, 0.863f, 0.518f); // 3ddc84
+const Color so_so(0.949f, 0.718f, 0.227f); // f2b73a
+const Color angry(0.949f, 0.435f, 0.435f); // f26f6f
 const Color ordered(0.16f, 0.2f, 0.3f);
 
 Node3D *bubble_model() {
     Node3D *root = memnew(Node3D);
     Models::sphere(0.42f, Color(1, 1, 1), Vector3(0, 0, -0.1), root, Vector3(1.25, 0.85, 0.16));
-    Models::cyl(0.0f, 0.12f, 0.22f, Color(1, 1, 1), Vector3(0, -0.4, -0.1), root, 8)->set_rotation(
-        Vector3(Math_PI, 0, 0));
+    Models::cyl(0.0f, 0.12f, 0.22f, Color(1, 1, 1), Vector3(0, -0.4, -0.1), root, 8)
+        ->set_rotation(Vector3(Math_PI, 0, 0));
     return root;
 }
 

@@ -130,7 +130,8 @@ bool FarmHand::hold_an_animal() {
         return false;
     }
     const Vector3 at = animal->get_position();
-    start_job(Vector3(std::clamp(at.x, -2.0f, 2.0f), 0, std::clamp(at.z, -0.6f, 1.4f)));
+    // In front of the animal, not inside it.
+    start_job(Vector3(std::clamp(at.x, -2.0f, 2.0f), 0, std::clamp(at.z + 0.5f, -0.6f, 1.4f)));
     return true;
 }
 

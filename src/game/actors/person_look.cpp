@@ -39,8 +39,8 @@ struct RoleLook {
 };
 constexpr RoleLook roles[] = {
     {"farmer", "e5533d", "2f5fa8", "overalls", "straw"}, {"worker", "7cb342", "6d4c41", "overalls", "straw"},
-    {"feed", "fbc02d", "5d4037", "overalls", "cap"},      {"loader", "fb8c00", "37474f", "", "helmet"},
-    {"seller", "eceff1", "455a64", "apron", "cap"},       {"machine", "5c8fd6", "37474f", "overalls", "cap"},
+    {"feed", "fbc02d", "5d4037", "overalls", "cap"},     {"loader", "fb8c00", "37474f", "", "helmet"},
+    {"seller", "eceff1", "455a64", "apron", "cap"},      {"machine", "5c8fd6", "37474f", "overalls", "cap"},
 };
 
 Array *pool = nullptr; // ordinary outfits, then as many of VIPs

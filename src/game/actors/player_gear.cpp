@@ -28,8 +28,8 @@ Node3D *bag_model() {
     Models::box(Vector3(0.46, 0.5, 0.24), canvas, Vector3(0, 0, 0), root);
     Models::box(Vector3(0.48, 0.16, 0.27), Color(0.42f, 0.28f, 0.14f), Vector3(0, 0.2, 0.01), root);
     Models::box(Vector3(0.3, 0.2, 0.1), Color(0.62f, 0.47f, 0.28f), Vector3(0, -0.08, 0.15), root);
-    Models::cyl(0.09f, 0.09f, 0.52f, Color(0.35f, 0.55f, 0.3f), Vector3(0, 0.36, 0), root, 8)->set_rotation(
-        Vector3(0, 0, Math_PI * 0.5));
+    Models::cyl(0.09f, 0.09f, 0.52f, Color(0.35f, 0.55f, 0.3f), Vector3(0, 0.36, 0), root, 8)
+        ->set_rotation(Vector3(0, 0, Math_PI * 0.5));
     return root;
 }
 
@@ -150,8 +150,8 @@ void PlayerGear::step(double dt, double v, bool sitting) {
             continue;
         }
         sign->set_position(Vector3((i - (n - 1) / 2.0) * 0.5, 2.75 + 0.07 * std::sin(3.0 * clock + i), 0));
-        sign->set_rotation(
-            piece.boost == "cash" ? Vector3(0, 2.5 * clock, 0) : Vector3(0, 0, 0.4 * std::sin(2.0 * clock)));
+        sign->set_rotation(piece.boost == "cash" ? Vector3(0, 2.5 * clock, 0)
+                                                 : Vector3(0, 0, 0.4 * std::sin(2.0 * clock)));
         ++i;
     }
     const bool run = !pieces.empty() && v > 2.0 && !sitting;

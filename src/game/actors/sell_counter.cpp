@@ -244,9 +244,8 @@ int64_t SellCounter::_pay(const String &k, int64_t n, bool is_vip, double m, boo
 
 void SellCounter::_lost() {
     losses.push_back(clock);
-    losses.erase(
-        std::remove_if(losses.begin(), losses.end(), [&](double t) { return clock - t > alarm_seconds; }),
-        losses.end());
+    losses.erase(std::remove_if(losses.begin(), losses.end(), [&](double t) { return clock - t > alarm_seconds; }),
+                 losses.end());
     if (losses.size() >= alarm_losses) {
         losses.clear();
         Sfx::sound(TM_NAME("stall_losing"));
@@ -294,9 +293,9 @@ void SellCounter::show_ghosts() {
             customer = memnew(Customer);
             customer->setup(record.kind, record.n, record.vip);
             customer->set_pool(pool);
-            customers.erase(std::remove_if(customers.begin(), customers.end(),
-                                           [](const LiveRef<Customer> &c) { return !c; }),
-                            customers.end());
+            customers.erase(
+                std::remove_if(customers.begin(), customers.end(), [](const LiveRef<Customer> &c) { return !c; }),
+                customers.end());
             customers.emplace_back(customer);
         }
         customer->mind()->wait = record.wait;

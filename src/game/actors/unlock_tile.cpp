@@ -84,6 +84,9 @@ void UnlockTile::build_plate() {
         Models::label3d("UP", 44, ink, Vector3(0.86f, 0.14f, -0.86f), this, false);
     }
     price_label = Models::label3d("", 64, Color(1, 1, 1), Vector3(0.3f, 0.16f, 0.78f), this, false);
+    // Both are see-through: without an order of its own the water would be drawn over the price.
+    price_label->set_render_priority(3);
+    price_label->set_outline_render_priority(2);
 }
 
 void UnlockTile::redraw() {

@@ -17,20 +17,20 @@ class Walker : public WalkerCore {
     GDCLASS(Walker, WalkerCore)
 
 public:
-    TM_FIELD(String, id, String())           // "egg_hauler#2"; empty for anyone but numbered staff
+    TM_FIELD(String, id, String()) // "egg_hauler#2"; empty for anyone but numbered staff
     TM_FIELD(int64_t, level, 1)
-    TM_FIELD(Dictionary, cfg, Dictionary())  // the workday's record of this walker
-    TM_FIELD(int64_t, extra_capacity, 0)     // call _staff_apply(false) after changing it
-    TM_FIELD(bool, seated, false)            // sits on somebody's chair: no walk cycle
+    TM_FIELD(Dictionary, cfg, Dictionary()) // the workday's record of this walker
+    TM_FIELD(int64_t, extra_capacity, 0)    // call _staff_apply(false) after changing it
+    TM_FIELD(bool, seated, false)           // sits on somebody's chair: no walk cycle
 
     // Virtual operations for the workday, in this order after the engine's.
     bool rest_due(double t) override;
-    virtual bool can_break() { return true; }   // may stop work now
-    virtual bool needed() { return false; }     // must come back from a break
-    virtual void before_break() {}              // gives up what it has reserved
-    virtual bool quiet() { return false; }      // has nothing to do at all
+    virtual bool can_break() { return true; } // may stop work now
+    virtual bool needed() { return false; }   // must come back from a break
+    virtual void before_break() {}            // gives up what it has reserved
+    virtual bool quiet() { return false; }    // has nothing to do at all
     virtual void animate(double dt);
-    virtual void after_break() {}               // starts over after a break or a move
+    virtual void after_break() {} // starts over after a break or a move
 
     // Makes the model from a look (see Models::person) and binds it with the stack. May be called again.
     void build(const Dictionary &look);

@@ -26,14 +26,16 @@ Node3D *tree_of(int stage) {
     const Vector3 wing = home + Vector3(3.05f, 0, 0.45f);
     put(at, bevel_box(Vector3(2.0f, 1.5f, 2.1f), 0.05f), pal::tone(wall, -0.04f), wing + Vector3(0, 0.8f, 0));
     put(at, bevel_box(Vector3(2.3f, 0.16f, 1.6f), 0.05f), tiles, wing + Vector3(0, 1.86f, 0.55f), Vector3(32, 0, 0));
-    put(at, bevel_box(Vector3(2.3f, 0.16f, 1.6f), 0.05f), pal::tone(tiles, -0.08f), wing + Vector3(0, 1.86f, -0.65f), Vector3(-32, 0, 0));
+    put(at, bevel_box(Vector3(2.3f, 0.16f, 1.6f), 0.05f), pal::tone(tiles, -0.08f), wing + Vector3(0, 1.86f, -0.65f),
+        Vector3(-32, 0, 0));
     // Porch.
     const float front = 1.02f;
     put(at, bevel_box(Vector3(3.0f, 0.2f, 1.2f), 0.05f), pal::WOOD, home + Vector3(-0.2f, 0.12f, front + 1.05f));
     for (const float x : {-1.55f, 1.15f}) {
         put(at, bevel_box(Vector3(0.16f, 1.5f, 0.16f), 0.04f), trim, home + Vector3(x, 0.9f, front + 1.5f));
     }
-    put(at, bevel_box(Vector3(3.3f, 0.14f, 1.35f), 0.05f), pal::tone(tiles, 0.06f), home + Vector3(-0.2f, 1.72f, front + 1.0f), Vector3(14, 0, 0));
+    put(at, bevel_box(Vector3(3.3f, 0.14f, 1.35f), 0.05f), pal::tone(tiles, 0.06f),
+        home + Vector3(-0.2f, 1.72f, front + 1.0f), Vector3(14, 0, 0));
     put(at, bevel_box(Vector3(0.95f, 1.42f, 0.12f), 0.04f), trim, home + Vector3(-0.2f, 0.9f, front + 0.5f));
     put(at, bevel_box(Vector3(0.72f, 1.26f, 0.14f), 0.03f), pal::TEAL, home + Vector3(-0.2f, 0.85f, front + 0.52f));
     put(at, shapes::ball(Vector3(0.06f, 0.06f, 0.06f), 6, 3), pal::YELLOW, home + Vector3(0.03f, 0.85f, front + 0.62f));
@@ -42,7 +44,8 @@ Node3D *tree_of(int stage) {
     window(at, home + Vector3(0, 2.35f, front + 0.45f), 0.55f, 0.5f, trim);
     window(at, wing + Vector3(0, 0.95f, 1.07f), 0.65f, 0.55f, trim);
     for (int step = 0; step < 2; step++) {
-        put(at, bevel_box(Vector3(1.1f, 0.12f, 0.4f), 0.03f), pal::STONE, home + Vector3(-0.2f, 0.06f, front + 1.75f + 0.3f * float(step)));
+        put(at, bevel_box(Vector3(1.1f, 0.12f, 0.4f), 0.03f), pal::STONE,
+            home + Vector3(-0.2f, 0.06f, front + 1.75f + 0.3f * float(step)));
     }
     // Chimney, rain barrel, beds of flowers.
     put(at, bevel_box(Vector3(0.55f, 1.6f, 0.55f), 0.05f), 0xb5654a, home + Vector3(1.25f, 2.9f, -0.6f));

@@ -27,23 +27,28 @@ void roof(Node3D *parent, const Vector3 &at, float half, float rise, float depth
             const float x = std::cos(slope) * along;
             const float y = rise - std::sin(slope) * along + (0.09f - 0.015f * float(i)) * k;
             const Color tint = pal::tone(color, i == 1 ? 0.07f : i == 2 ? -0.05f : 0.0f);
-            put(parent, bevel_box(Vector3(row + 0.10f * k, 0.15f * k, depth + (0.30f + 0.07f * float(i)) * k), 0.05f * k), tint,
+            put(parent,
+                bevel_box(Vector3(row + 0.10f * k, 0.15f * k, depth + (0.30f + 0.07f * float(i)) * k), 0.05f * k), tint,
                 at + Vector3(side * x, y, 0), Vector3(0, 0, -side * (slope * 57.2958f - 3.5f)));
         }
     }
-    put(parent, loft({{-depth / 2 - 0.24f * k, 0.15f * k, 0.13f * k}, {depth / 2 + 0.24f * k, 0.15f * k, 0.13f * k}}, 6), pal::tone(color, 0.14f),
-        at + Vector3(0, rise + 0.13f * k, 0), Vector3(-90, 0, 0));
+    put(parent,
+        loft({{-depth / 2 - 0.24f * k, 0.15f * k, 0.13f * k}, {depth / 2 + 0.24f * k, 0.15f * k, 0.13f * k}}, 6),
+        pal::tone(color, 0.14f), at + Vector3(0, rise + 0.13f * k, 0), Vector3(-90, 0, 0));
 }
 
 void walls(Node3D *parent, const Vector3 &at, const Vector3 &size, float rise, const Color &wall, const Color &trim) {
     put(parent, bevel_box(size, 0.04f, 0.97f), wall, at + Vector3(0, size.y / 2, 0));
-    put(parent, shapes::gable(float(size.x) * 0.97f, rise, float(size.z) * 0.96f), wall, at + Vector3(0, size.y - 0.02f, 0));
-    put(parent, bevel_box(Vector3(size.x + 0.14f, 0.22f, size.z + 0.14f), 0.05f), pal::tone(pal::STONE, -0.05f), at + Vector3(0, 0.10f, 0));
+    put(parent, shapes::gable(float(size.x) * 0.97f, rise, float(size.z) * 0.96f), wall,
+        at + Vector3(0, size.y - 0.02f, 0));
+    put(parent, bevel_box(Vector3(size.x + 0.14f, 0.22f, size.z + 0.14f), 0.05f), pal::tone(pal::STONE, -0.05f),
+        at + Vector3(0, 0.10f, 0));
     for (const float x : {-1.0f, 1.0f}) {
         put(parent, bevel_box(Vector3(0.17f, size.y - 0.05f, 0.17f), 0.03f), trim,
             at + Vector3(x * (size.x / 2 - 0.03f), size.y / 2 + 0.08f, size.z / 2 - 0.02f));
     }
-    put(parent, bevel_box(Vector3(size.x + 0.04f, 0.15f, 0.14f), 0.03f), trim, at + Vector3(0, size.y - 0.02f, size.z / 2 - 0.02f));
+    put(parent, bevel_box(Vector3(size.x + 0.04f, 0.15f, 0.14f), 0.03f), trim,
+        at + Vector3(0, size.y - 0.02f, size.z / 2 - 0.02f));
 }
 
 void planks(Node3D *parent, const Vector3 &at, float width, float height, int count, const Color &groove) {
@@ -56,20 +61,26 @@ void planks(Node3D *parent, const Vector3 &at, float width, float height, int co
 void window(Node3D *parent, const Vector3 &at, float width, float height, const Color &frame) {
     put(parent, bevel_box(Vector3(width + 0.16f, height + 0.16f, 0.12f), 0.04f), frame, at);
     put(parent, bevel_box(Vector3(width, height, 0.10f), 0.02f), 0x5c86a8, at + Vector3(0, 0, 0.04f));
-    put(parent, bevel_box(Vector3(width * 0.45f, height * 0.4f, 0.08f), 0.02f), pal::SKY, at + Vector3(-width * 0.2f, height * 0.2f, 0.07f));
+    put(parent, bevel_box(Vector3(width * 0.45f, height * 0.4f, 0.08f), 0.02f), pal::SKY,
+        at + Vector3(-width * 0.2f, height * 0.2f, 0.07f));
     put(parent, bevel_box(Vector3(0.07f, height, 0.08f), 0.01f), frame, at + Vector3(0, 0, 0.08f));
-    put(parent, bevel_box(Vector3(width + 0.26f, 0.10f, 0.24f), 0.03f), frame, at + Vector3(0, -height / 2 - 0.09f, 0.07f));
+    put(parent, bevel_box(Vector3(width + 0.26f, 0.10f, 0.24f), 0.03f), frame,
+        at + Vector3(0, -height / 2 - 0.09f, 0.07f));
 }
 
 void double_door(Node3D *parent, const Vector3 &at, float width, float height, const Color &door, const Color &trim) {
-    put(parent, bevel_box(Vector3(width + 0.26f, height + 0.14f, 0.12f), 0.04f), trim, at + Vector3(0, height / 2 + 0.04f, 0));
+    put(parent, bevel_box(Vector3(width + 0.26f, height + 0.14f, 0.12f), 0.04f), trim,
+        at + Vector3(0, height / 2 + 0.04f, 0));
     for (const float side : {-1.0f, 1.0f}) {
         const Vector3 middle = at + Vector3(side * width / 4, height / 2, 0.07f);
         put(parent, bevel_box(Vector3(width / 2 - 0.05f, height, 0.10f), 0.02f), door, middle);
         const float tilt = std::atan2(width / 2 - 0.1f, height - 0.1f) * 57.2958f;
-        put(parent, bevel_box(Vector3(0.11f, height * 1.0f, 0.07f), 0.02f), trim, middle + Vector3(0, 0, 0.05f), Vector3(0, 0, side * tilt));
-        put(parent, bevel_box(Vector3(width / 2 - 0.05f, 0.11f, 0.08f), 0.02f), trim, middle + Vector3(0, height / 2 - 0.06f, 0.05f));
-        put(parent, bevel_box(Vector3(width / 2 - 0.05f, 0.11f, 0.08f), 0.02f), trim, middle + Vector3(0, -height / 2 + 0.06f, 0.05f));
+        put(parent, bevel_box(Vector3(0.11f, height * 1.0f, 0.07f), 0.02f), trim, middle + Vector3(0, 0, 0.05f),
+            Vector3(0, 0, side * tilt));
+        put(parent, bevel_box(Vector3(width / 2 - 0.05f, 0.11f, 0.08f), 0.02f), trim,
+            middle + Vector3(0, height / 2 - 0.06f, 0.05f));
+        put(parent, bevel_box(Vector3(width / 2 - 0.05f, 0.11f, 0.08f), 0.02f), trim,
+            middle + Vector3(0, -height / 2 + 0.06f, 0.05f));
     }
 }
 
@@ -82,13 +93,15 @@ void fence_run(Node3D *parent, const Vector3 &a, const Vector3 &b, const Color &
         const Vector3 p = a + way * (float(i) / float(spans));
         const int seed = int(std::lround((p.x + 31.0f) * 13.0f + p.z * 7.0f));
         const float tall = height * rnd(3, seed, 0.95f, 1.12f);
-        put(parent, loft({{0, 0.085f, 0.085f}, {tall, 0.075f, 0.075f}, {tall + 0.09f, 0.0f, 0.0f}}, 6, 0.7f), pal::tone(wood, rnd(4, seed, -0.08f, 0.08f)), p,
+        put(parent, loft({{0, 0.085f, 0.085f}, {tall, 0.075f, 0.075f}, {tall + 0.09f, 0.0f, 0.0f}}, 6, 0.7f),
+            pal::tone(wood, rnd(4, seed, -0.08f, 0.08f)), p,
             Vector3(rnd(5, seed, -3, 3), rnd(6, seed, -12, 12), rnd(7, seed, -3, 3)));
         if (i < spans) {
             const Vector3 middle = a + way * ((float(i) + 0.5f) / float(spans));
             for (int rail = 0; rail < 2; rail++) {
                 put(parent, bevel_box(Vector3(length / float(spans) + 0.10f, 0.12f, 0.08f), 0.03f),
-                    pal::tone(wood, rnd(8, seed + rail, 0.0f, 0.16f)), middle + Vector3(0, height * (rail ? 0.80f : 0.42f), 0),
+                    pal::tone(wood, rnd(8, seed + rail, 0.0f, 0.16f)),
+                    middle + Vector3(0, height * (rail ? 0.80f : 0.42f), 0),
                     Vector3(0, yaw, rnd(9, seed + rail, -2.5f, 2.5f)));
             }
         }
@@ -96,14 +109,17 @@ void fence_run(Node3D *parent, const Vector3 &a, const Vector3 &b, const Color &
 }
 
 void trodden(Node3D *parent, const Color &ground) {
-    put(parent, loft({{-0.02f, 3.02f, 2.52f}, {0.018f, 2.9f, 2.4f}}, 16, 0.9f), pal::tone(pal::GRASS_DEEP, -0.08f), Vector3(0, 0, -0.52f));
+    put(parent, loft({{-0.02f, 3.02f, 2.52f}, {0.018f, 2.9f, 2.4f}}, 16, 0.9f), pal::tone(pal::GRASS_DEEP, -0.08f),
+        Vector3(0, 0, -0.52f));
     // Paler than asked for: all that lies at a house's foot is shaded.
-    put(parent, loft({{-0.02f, 2.75f, 2.25f}, {0.04f, 2.68f, 2.18f}}, 16, 0.9f), pal::tone(ground, 0.28f), Vector3(0, 0, -0.52f));
+    put(parent, loft({{-0.02f, 2.75f, 2.25f}, {0.04f, 2.68f, 2.18f}}, 16, 0.9f), pal::tone(ground, 0.28f),
+        Vector3(0, 0, -0.52f));
 }
 
 void yard(Node3D *parent, const Color &ground, const Color &wood) {
     trodden(parent, ground);
-    put(parent, loft({{0.0f, 1.5f, 0.8f}, {0.05f, 1.35f, 0.68f}}, 11, 0.2f), pal::tone(ground, 0.42f), Vector3(-0.3f, 0, 0.5f));
+    put(parent, loft({{0.0f, 1.5f, 0.8f}, {0.05f, 1.35f, 0.68f}}, 11, 0.2f), pal::tone(ground, 0.42f),
+        Vector3(-0.3f, 0, 0.5f));
     const float left = -2.75f, right = 2.75f, back = -2.8f, front = 1.75f;
     fence_run(parent, Vector3(left, 0, back), Vector3(left, 0, front), wood);
     fence_run(parent, Vector3(right, 0, back), Vector3(right, 0, front), wood);
@@ -117,7 +133,8 @@ void bush(Node3D *parent, const Vector3 &at, float size, const Color &leaf, int 
         const float a = float(i) * 2.1f + rnd(seed, i) * 1.2f;
         const float r = size * rnd(seed, 10 + i, 0.55f, 0.8f);
         put(parent, ball(Vector3(r, r * 0.82f, r), 8, 4), pal::tone(leaf, rnd(seed, 20 + i, -0.10f, 0.12f)),
-            at + Vector3(std::cos(a) * size * 0.42f, r * 0.6f, std::sin(a) * size * 0.42f), Vector3(0, rnd(seed, 30 + i, 0, 90), 0));
+            at + Vector3(std::cos(a) * size * 0.42f, r * 0.6f, std::sin(a) * size * 0.42f),
+            Vector3(0, rnd(seed, 30 + i, 0, 90), 0));
     }
 }
 
@@ -132,9 +149,16 @@ void flowers(Node3D *parent, const Vector3 &at, float radius, int count, int see
 }
 
 void barrel(Node3D *parent, const Vector3 &at, float size) {
-    put(parent, loft({{0, 0.24f * size, 0.24f * size}, {0.32f * size, 0.30f * size, 0.30f * size}, {0.64f * size, 0.24f * size, 0.24f * size}}, 9), pal::WOOD, at);
+    put(parent,
+        loft({{0, 0.24f * size, 0.24f * size},
+              {0.32f * size, 0.30f * size, 0.30f * size},
+              {0.64f * size, 0.24f * size, 0.24f * size}},
+             9),
+        pal::WOOD, at);
     for (const float y : {0.14f, 0.46f}) {
-        put(parent, loft({{y * size, 0.285f * size, 0.285f * size}, {(y + 0.07f) * size, 0.29f * size, 0.29f * size}}, 9), pal::STONE_DARK, at);
+        put(parent,
+            loft({{y * size, 0.285f * size, 0.285f * size}, {(y + 0.07f) * size, 0.29f * size, 0.29f * size}}, 9),
+            pal::STONE_DARK, at);
     }
 }
 
@@ -157,11 +181,18 @@ void hay_bale(Node3D *parent, const Vector3 &at, float turn) {
 }
 
 void orchard_tree(Node3D *parent, const Vector3 &at, float size, const Color &leaf, const Color &fruit, int seed) {
-    put(parent, loft({{0, 0.20f * size, 0.20f * size}, {0.3f * size, 0.12f * size, 0.12f * size}, {1.0f * size, 0.10f * size, 0.10f * size}}, 7), pal::WOOD_DARK, at);
+    put(parent,
+        loft({{0, 0.20f * size, 0.20f * size},
+              {0.3f * size, 0.12f * size, 0.12f * size},
+              {1.0f * size, 0.10f * size, 0.10f * size}},
+             7),
+        pal::WOOD_DARK, at);
     const Vector3 crown = at + Vector3(0, 1.35f * size, 0);
     put(parent, ball(Vector3(0.74f, 0.60f, 0.72f) * size, 9, 5), leaf, crown, Vector3(0, rnd(seed, 1, 0, 60), 0));
-    put(parent, ball(Vector3(0.48f, 0.42f, 0.48f) * size, 8, 4), pal::tone(leaf, 0.12f), crown + Vector3(-0.18f, 0.36f, 0.12f) * size);
-    put(parent, ball(Vector3(0.42f, 0.36f, 0.42f) * size, 8, 4), pal::tone(leaf, -0.08f), crown + Vector3(0.36f, -0.12f, 0.16f) * size);
+    put(parent, ball(Vector3(0.48f, 0.42f, 0.48f) * size, 8, 4), pal::tone(leaf, 0.12f),
+        crown + Vector3(-0.18f, 0.36f, 0.12f) * size);
+    put(parent, ball(Vector3(0.42f, 0.36f, 0.42f) * size, 8, 4), pal::tone(leaf, -0.08f),
+        crown + Vector3(0.36f, -0.12f, 0.16f) * size);
     for (int i = 0; i < 7; i++) {
         const float a = rnd(seed, 50 + i, -0.6f, 3.7f), lift = rnd(seed, 60 + i, -0.4f, 0.75f);
         const Vector3 out(std::cos(a) * std::cos(lift), std::sin(lift) * 0.85f, std::sin(a) * std::cos(lift));

@@ -48,7 +48,8 @@ void good(Node3D *at, const String &kind, const Vector3 &pos, float scale, float
     }
 }
 
-void figure(Node3D *at, const char *shirt, const char *hat, const char *dress, const Vector3 &pos, float scale, float yaw = 180) {
+void figure(Node3D *at, const char *shirt, const char *hat, const char *dress, const Vector3 &pos, float scale,
+            float yaw = 180) {
     Dictionary look;
     look["shirt"] = shirt;
     look["pants"] = "3f5f9a";
@@ -71,13 +72,19 @@ void producer(Node3D *at, const String &product) {
     const bool big = product == String("milk") || product == String("calf") || product == String("wool");
     put(at, loft({{0, 0.75f, 0.6f}, {0.05f, 0.7f, 0.55f}}, 12), pal::SAND, Vector3());
     if (product == String("apple") || product == String("orange")) {
-        house_parts::orchard_tree(at, Vector3(-0.15f, 0.03f, -0.1f), 0.6f, col(pal::LEAF), col(product == String("apple") ? pal::RED : pal::ORANGE), 3);
+        house_parts::orchard_tree(at, Vector3(-0.15f, 0.03f, -0.1f), 0.6f, col(pal::LEAF),
+                                  col(product == String("apple") ? pal::RED : pal::ORANGE), 3);
         good(at, product, Vector3(0.45f, 0.05f, 0.3f), 0.9f);
     } else if (product == String("bean")) {
         good(at, product, Vector3(0, 0.05f, 0), 1.7f);
     } else {
-        animal(at, product, Vector3(big ? -0.1f : -0.22f, 0.04f, 0), big ? 0.52f : product == String("honey") ? 1.5f : 0.95f, 145);
-        good(at, product == String("calf") || product == String("hen") ? String("hay") : product, Vector3(0.48f, 0.04f, 0.3f), 0.85f, 20);
+        animal(at, product, Vector3(big ? -0.1f : -0.22f, 0.04f, 0),
+               big                          ? 0.52f
+               : product == String("honey") ? 1.5f
+                                            : 0.95f,
+               145);
+        good(at, product == String("calf") || product == String("hen") ? String("hay") : product,
+             Vector3(0.48f, 0.04f, 0.3f), 0.85f, 20);
     }
 }
 
@@ -87,18 +94,22 @@ void stall(Node3D *at, const String &product) {
         put(at, bevel_box(Vector3(0.09f, 0.95f, 0.09f), 0.02f), pal::WOOD_DARK, Vector3(x, 0.48f, -0.2f));
     }
     for (int i = 0; i < 5; i++) {
-        put(at, bevel_box(Vector3(0.27f, 0.09f, 0.62f), 0.03f), i % 2 ? pal::WHITE : pal::RED, Vector3(-0.54f + 0.27f * float(i), 0.98f, -0.12f), Vector3(22, 0, 0));
+        put(at, bevel_box(Vector3(0.27f, 0.09f, 0.62f), 0.03f), i % 2 ? pal::WHITE : pal::RED,
+            Vector3(-0.54f + 0.27f * float(i), 0.98f, -0.12f), Vector3(22, 0, 0));
     }
     good(at, product, Vector3(0, 0.36f, 0.14f), 0.85f);
 }
 
 void gear(Node3D *at, const Vector3 &pos, float radius) {
-    put(at, loft({{-0.09f, radius * 0.8f, radius * 0.8f}, {0.09f, radius * 0.8f, radius * 0.8f}}, 10), pal::STONE_DARK, pos, Vector3(90, 0, 0));
+    put(at, loft({{-0.09f, radius * 0.8f, radius * 0.8f}, {0.09f, radius * 0.8f, radius * 0.8f}}, 10), pal::STONE_DARK,
+        pos, Vector3(90, 0, 0));
     for (int i = 0; i < 8; i++) {
         const float a = float(i) * 0.785f;
-        put(at, bevel_box(Vector3(radius * 0.34f, radius * 0.4f, 0.18f), 0.02f), pal::STONE_DARK, pos + Vector3(std::sin(a), std::cos(a), 0) * radius * 0.9f, Vector3(0, 0, -float(i) * 45));
+        put(at, bevel_box(Vector3(radius * 0.34f, radius * 0.4f, 0.18f), 0.02f), pal::STONE_DARK,
+            pos + Vector3(std::sin(a), std::cos(a), 0) * radius * 0.9f, Vector3(0, 0, -float(i) * 45));
     }
-    put(at, loft({{-0.11f, radius * 0.35f, radius * 0.35f}, {0.11f, radius * 0.35f, radius * 0.35f}}, 8), pal::YELLOW, pos, Vector3(90, 0, 0));
+    put(at, loft({{-0.11f, radius * 0.35f, radius * 0.35f}, {0.11f, radius * 0.35f, radius * 0.35f}}, 8), pal::YELLOW,
+        pos, Vector3(90, 0, 0));
 }
 
 void machine(Node3D *at, const String &product) {
@@ -133,16 +144,24 @@ void big_stack(Node3D *at, const String &) {
         house_parts::crate(at, Vector3(-0.08f + 0.05f * float(i), 0.3f * float(i), 0), 0.75f, 12.0f * float(i) - 8);
     }
     put(at, loft({{0, 0.13f, 0.08f}, {0.32f, 0.13f, 0.08f}}, 4, 0.9f), pal::GREEN, Vector3(0.5f, 0.1f, 0.25f));
-    put(at, shapes::extrude({Vector2(-0.28f, 0), Vector2(0.28f, 0), Vector2(0, 0.3f)}, 0.14f), pal::GREEN, Vector3(0.5f, 0.42f, 0.25f));
+    put(at, shapes::extrude({Vector2(-0.28f, 0), Vector2(0.28f, 0), Vector2(0, 0.3f)}, 0.14f), pal::GREEN,
+        Vector3(0.5f, 0.42f, 0.25f));
 }
 
 void shoes(Node3D *at, const String &) {
     for (int i = 0; i < 2; i++) {
         Node3D *shoe = spot(at, Vector3(-0.22f + 0.42f * float(i), 0, 0.08f - 0.16f * float(i)), 1.0f, 205);
         put(shoe, bevel_box(Vector3(0.32f, 0.13f, 0.86f), 0.05f), pal::WHITE, Vector3(0, 0.07f, 0));
-        put(shoe, loft({{-0.38f, 0.10f, 0.10f, 0, -0.03f}, {-0.2f, 0.14f, 0.13f}, {0.12f, 0.14f, 0.16f, 0, 0.02f}, {0.36f, 0.13f, 0.2f, 0, 0.06f}}, 8, 0.4f), pal::RED, Vector3(0, 0.23f, 0), Vector3(90, 0, 0));
+        put(shoe,
+            loft({{-0.38f, 0.10f, 0.10f, 0, -0.03f},
+                  {-0.2f, 0.14f, 0.13f},
+                  {0.12f, 0.14f, 0.16f, 0, 0.02f},
+                  {0.36f, 0.13f, 0.2f, 0, 0.06f}},
+                 8, 0.4f),
+            pal::RED, Vector3(0, 0.23f, 0), Vector3(90, 0, 0));
         put(shoe, loft({{0, 0.16f, 0.16f}, {0.2f, 0.14f, 0.15f}}, 8, 0.5f), pal::RED, Vector3(0, 0.28f, 0.24f));
-        put(shoe, bevel_box(Vector3(0.34f, 0.09f, 0.28f), 0.03f), pal::YELLOW, Vector3(0, 0.3f, 0.02f), Vector3(-18, 0, 0));
+        put(shoe, bevel_box(Vector3(0.34f, 0.09f, 0.28f), 0.03f), pal::YELLOW, Vector3(0, 0.3f, 0.02f),
+            Vector3(-18, 0, 0));
     }
 }
 
@@ -167,7 +186,8 @@ void land(Node3D *at, const String &) {
     put(at, bevel_box(Vector3(1.25f, 0.14f, 0.95f), 0.05f), pal::SOIL, Vector3(0, 0.07f, 0));
     put(at, bevel_box(Vector3(1.25f, 0.08f, 0.95f), 0.04f), pal::GRASS, Vector3(0, 0.17f, 0));
     put(at, loft({{0, 0.05f, 0.05f}, {1.05f, 0.04f, 0.04f}}, 6), pal::WOOD_DARK, Vector3(0.05f, 0.2f, 0));
-    put(at, shapes::extrude({Vector2(0, 0), Vector2(0.58f, 0.2f), Vector2(0, 0.42f)}, 0.08f), pal::RED, Vector3(0.08f, 0.82f, 0));
+    put(at, shapes::extrude({Vector2(0, 0), Vector2(0.58f, 0.2f), Vector2(0, 0.42f)}, 0.08f), pal::RED,
+        Vector3(0.08f, 0.82f, 0));
     house_parts::bush(at, Vector3(-0.38f, 0.18f, 0.1f), 0.26f, col(pal::LEAF), 2);
     house_parts::flowers(at, Vector3(0.38f, 0.18f, 0.25f), 0.14f, 3, 3);
 }
@@ -179,7 +199,8 @@ void truck(Node3D *at, const String &) {
     put(car, bevel_box(Vector3(0.12f, 0.2f, 0.46f), 0.03f), pal::SKY, Vector3(0.58f, 0.47f, 0));
     for (const float x : {-0.4f, 0.4f}) {
         for (const float z : {-0.28f, 0.28f}) {
-            put(car, loft({{-0.07f, 0.16f, 0.16f}, {0.07f, 0.16f, 0.16f}}, 9), pal::INK, Vector3(x, 0.16f, z), Vector3(90, 0, 0));
+            put(car, loft({{-0.07f, 0.16f, 0.16f}, {0.07f, 0.16f, 0.16f}}, 9), pal::INK, Vector3(x, 0.16f, z),
+                Vector3(90, 0, 0));
         }
     }
 }
@@ -212,10 +233,13 @@ void harvester(Node3D *at, const String &) {
     put(car, bevel_box(Vector3(0.34f, 0.42f, 0.44f), 0.05f, 0.85f), pal::SKY, Vector3(0.1f, 0.78f, 0));
     put(car, bevel_box(Vector3(0.44f, 0.09f, 0.54f), 0.03f), pal::ORANGE, Vector3(0.1f, 1.02f, 0));
     for (const float z : {-0.3f, 0.3f}) {
-        put(car, loft({{-0.08f, 0.28f, 0.28f}, {0.08f, 0.28f, 0.28f}}, 10), pal::INK, Vector3(0.2f, 0.28f, z), Vector3(90, 0, 0));
-        put(car, loft({{-0.06f, 0.17f, 0.17f}, {0.06f, 0.17f, 0.17f}}, 9), pal::INK, Vector3(-0.34f, 0.17f, z), Vector3(90, 0, 0));
+        put(car, loft({{-0.08f, 0.28f, 0.28f}, {0.08f, 0.28f, 0.28f}}, 10), pal::INK, Vector3(0.2f, 0.28f, z),
+            Vector3(90, 0, 0));
+        put(car, loft({{-0.06f, 0.17f, 0.17f}, {0.06f, 0.17f, 0.17f}}, 9), pal::INK, Vector3(-0.34f, 0.17f, z),
+            Vector3(90, 0, 0));
     }
-    put(car, loft({{-0.45f, 0.17f, 0.17f}, {0.45f, 0.17f, 0.17f}}, 7), pal::YELLOW, Vector3(0.62f, 0.2f, 0), Vector3(90, 0, 0));
+    put(car, loft({{-0.45f, 0.17f, 0.17f}, {0.45f, 0.17f, 0.17f}}, 7), pal::YELLOW, Vector3(0.62f, 0.2f, 0),
+        Vector3(90, 0, 0));
 }
 
 void tables(Node3D *at, const String &) {
@@ -245,27 +269,34 @@ void coffee_house(Node3D *at, const String &) {
     put(at, loft({{0.55f, 0.36f, 0.36f}, {0.62f, 0.36f, 0.36f}}, 10), pal::CHOCOLATE, Vector3(-0.05f, 0, 0));
     put(at, bevel_box(Vector3(0.3f, 0.3f, 0.12f), 0.05f), pal::WHITE, Vector3(0.46f, 0.35f, 0));
     for (int i = 0; i < 2; i++) {
-        put(at, ball(Vector3(0.07f, 0.16f, 0.07f), 6, 4), pal::CREAM, Vector3(-0.15f + 0.2f * float(i), 0.85f + 0.1f * float(i), 0));
+        put(at, ball(Vector3(0.07f, 0.16f, 0.07f), 6, 4), pal::CREAM,
+            Vector3(-0.15f + 0.2f * float(i), 0.85f + 0.1f * float(i), 0));
     }
 }
 
 void canteen(Node3D *at, const String &) {
     put(at, loft({{0.05f, 0.45f, 0.45f}, {0.2f, 0.55f, 0.55f}, {0.45f, 0.58f, 0.58f}}, 11), pal::METAL, Vector3());
     put(at, loft({{0.43f, 0.52f, 0.52f}, {0.48f, 0.5f, 0.5f}}, 11), pal::ORANGE, Vector3());
-    put(at, loft({{0, 0.04f, 0.04f}, {0.75f, 0.05f, 0.05f}}, 6), pal::WOOD, Vector3(0.15f, 0.4f, 0), Vector3(0, 0, -28));
+    put(at, loft({{0, 0.04f, 0.04f}, {0.75f, 0.05f, 0.05f}}, 6), pal::WOOD, Vector3(0.15f, 0.4f, 0),
+        Vector3(0, 0, -28));
 }
 
 void wrench(Node3D *at, const String &) {
     Node3D *tool = spot(at, Vector3(0, 0.5f, 0), 1.0f);
     tool->set_rotation_degrees(Vector3(-25, 0, -35));
     put(tool, bevel_box(Vector3(0.2f, 0.9f, 0.14f), 0.04f), pal::RED, Vector3());
-    put(tool, shapes::extrude({Vector2(-0.12f, -0.1f), Vector2(0.12f, -0.1f), Vector2(0.28f, 0.1f), Vector2(0.26f, 0.34f), Vector2(0.12f, 0.34f), Vector2(0.1f, 0.16f), Vector2(-0.1f, 0.16f), Vector2(-0.12f, 0.34f), Vector2(-0.26f, 0.34f), Vector2(-0.28f, 0.1f)}, 0.16f),
+    put(tool,
+        shapes::extrude({Vector2(-0.12f, -0.1f), Vector2(0.12f, -0.1f), Vector2(0.28f, 0.1f), Vector2(0.26f, 0.34f),
+                         Vector2(0.12f, 0.34f), Vector2(0.1f, 0.16f), Vector2(-0.1f, 0.16f), Vector2(-0.12f, 0.34f),
+                         Vector2(-0.26f, 0.34f), Vector2(-0.28f, 0.1f)},
+                        0.16f),
         pal::METAL, Vector3(0, 0.48f, 0));
     gear(at, Vector3(0.34f, 0.3f, 0.2f), 0.22f);
 }
 
 void shield(Node3D *at, const String &) {
-    const std::vector<Vector2> line = {Vector2(0, -0.1f), Vector2(0.34f, 0.22f), Vector2(0.42f, 0.82f), Vector2(0, 0.98f), Vector2(-0.42f, 0.82f), Vector2(-0.34f, 0.22f)};
+    const std::vector<Vector2> line = {Vector2(0, -0.1f), Vector2(0.34f, 0.22f),  Vector2(0.42f, 0.82f),
+                                       Vector2(0, 0.98f), Vector2(-0.42f, 0.82f), Vector2(-0.34f, 0.22f)};
     std::vector<Vector2> inner;
     for (const Vector2 &p : line) {
         inner.push_back(Vector2(p.x * 0.78f, (p.y - 0.45f) * 0.78f + 0.45f));
@@ -283,7 +314,14 @@ void guard(Node3D *at, const String &) {
 
 void trophy(Node3D *at, const String &) {
     put(at, bevel_box(Vector3(0.6f, 0.2f, 0.5f), 0.05f), pal::WOOD_DARK, Vector3(0, 0.1f, 0));
-    put(at, loft({{0.2f, 0.2f, 0.2f}, {0.28f, 0.08f, 0.08f}, {0.5f, 0.08f, 0.08f}, {0.6f, 0.3f, 0.3f}, {1.05f, 0.42f, 0.42f}}, 10), pal::YELLOW, Vector3());
+    put(at,
+        loft({{0.2f, 0.2f, 0.2f},
+              {0.28f, 0.08f, 0.08f},
+              {0.5f, 0.08f, 0.08f},
+              {0.6f, 0.3f, 0.3f},
+              {1.05f, 0.42f, 0.42f}},
+             10),
+        pal::YELLOW, Vector3());
     put(at, loft({{0.9f, 0.3f, 0.3f}, {1.06f, 0.34f, 0.34f}}, 10), pal::STRAW_DARK, Vector3());
     put(at, star_mesh(0.2f, 0.09f, 0.1f), pal::WHITE, Vector3(0, 0.82f, 0.36f), Vector3(-15, 0, 0));
     for (const float x : {-0.46f, 0.46f}) {
@@ -293,7 +331,8 @@ void trophy(Node3D *at, const String &) {
 
 } // namespace
 
-MeshInstance3D *IconModels::star(float outer, float inner, float thick, const Color &color, const Vector3 &pos, Node *parent) {
+MeshInstance3D *IconModels::star(float outer, float inner, float thick, const Color &color, const Vector3 &pos,
+                                 Node *parent) {
     return Models::mesh_instance(star_mesh(outer, inner, thick), color, pos, parent);
 }
 
@@ -303,12 +342,14 @@ Node3D *IconModels::tile_icon(const String &kind, const String &product) {
         void (*build)(Node3D *, const String &);
     };
     static const Row rows[] = {
-        {"producer", producer}, {"stall", stall}, {"machine", machine}, {"factory", machine}, {"restaurant", plate_of},
-        {"crew", crew}, {"depot", depot}, {"belt", belt}, {"field", field}, {"workers", workers}, {"harvester", harvester},
-        {"waterman", waterman}, {"hauler", hauler}, {"tables", tables}, {"pantry", truck}, {"waiter", waiter},
-        {"stack", big_stack}, {"shoes", shoes}, {"feed", feed}, {"magnet", magnet}, {"truck", truck}, {"land", land},
-        {"homes", home}, {"ahwa", coffee_house}, {"canteen", canteen}, {"qahwagi", waiter}, {"service", wrench},
-        {"security", shield}, {"guards", guard}, {"final", trophy}};
+        {"producer", producer},   {"stall", stall},     {"machine", machine},     {"factory", machine},
+        {"restaurant", plate_of}, {"crew", crew},       {"depot", depot},         {"belt", belt},
+        {"field", field},         {"workers", workers}, {"harvester", harvester}, {"waterman", waterman},
+        {"hauler", hauler},       {"tables", tables},   {"pantry", truck},        {"waiter", waiter},
+        {"stack", big_stack},     {"shoes", shoes},     {"feed", feed},           {"magnet", magnet},
+        {"truck", truck},         {"land", land},       {"homes", home},          {"ahwa", coffee_house},
+        {"canteen", canteen},     {"qahwagi", waiter},  {"service", wrench},      {"security", shield},
+        {"guards", guard},        {"final", trophy}};
     Node3D *root = memnew(Node3D);
     for (const Row &row : rows) {
         if (kind == String(row.kind)) {
@@ -321,17 +362,21 @@ Node3D *IconModels::tile_icon(const String &kind, const String &product) {
 }
 
 Node3D *IconModels::ground_arrow(const Color &color) {
-    return Models::bake(String("ground_arrow_") + color.to_html(false), Models::builder([color]() {
-        Node3D *root = memnew(Node3D);
-        const std::vector<Vector2> line = {Vector2(-0.16f, -0.5f), Vector2(0.16f, -0.5f), Vector2(0.16f, 0.05f), Vector2(0.42f, 0.05f), Vector2(0, 0.6f), Vector2(-0.42f, 0.05f), Vector2(-0.16f, 0.05f)};
-        std::vector<Vector2> wide;
-        for (const Vector2 &p : line) {
-            wide.push_back(Vector2(p.x * 1.28f, (p.y - 0.04f) * 1.16f + 0.04f));
-        }
-        put(root, shapes::extrude(wide, 0.09f), pal::WHITE, Vector3(0, 0.05f, 0), Vector3(-90, 0, 0));
-        put(root, shapes::extrude(line, 0.13f), color, Vector3(0, 0.07f, 0), Vector3(-90, 0, 0));
-        return root;
-    }), false, true);
+    return Models::bake(
+        String("ground_arrow_") + color.to_html(false), Models::builder([color]() {
+            Node3D *root = memnew(Node3D);
+            const std::vector<Vector2> line = {Vector2(-0.16f, -0.5f), Vector2(0.16f, -0.5f), Vector2(0.16f, 0.05f),
+                                               Vector2(0.42f, 0.05f),  Vector2(0, 0.6f),      Vector2(-0.42f, 0.05f),
+                                               Vector2(-0.16f, 0.05f)};
+            std::vector<Vector2> wide;
+            for (const Vector2 &p : line) {
+                wide.push_back(Vector2(p.x * 1.28f, (p.y - 0.04f) * 1.16f + 0.04f));
+            }
+            put(root, shapes::extrude(wide, 0.09f), pal::WHITE, Vector3(0, 0.05f, 0), Vector3(-90, 0, 0));
+            put(root, shapes::extrude(line, 0.13f), color, Vector3(0, 0.07f, 0), Vector3(-90, 0, 0));
+            return root;
+        }),
+        false, true);
 }
 
 } // namespace tilm

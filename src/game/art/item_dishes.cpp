@@ -19,7 +19,8 @@ using shapes::put;
 
 void grilled_fish(Node3D *at) {
     plate(at, 0.27f);
-    put(at, loft({{-0.2f, 0.03f, 0.03f}, {-0.08f, 0.09f, 0.07f}, {0.08f, 0.11f, 0.08f}, {0.19f, 0.05f, 0.05f}}, 8), 0xc9803a, Vector3(0, 0.11f, 0), Vector3(-90, 62, 0));
+    put(at, loft({{-0.2f, 0.03f, 0.03f}, {-0.08f, 0.09f, 0.07f}, {0.08f, 0.11f, 0.08f}, {0.19f, 0.05f, 0.05f}}, 8),
+        0xc9803a, Vector3(0, 0.11f, 0), Vector3(-90, 62, 0));
     put(at, bevel_box(Vector3(0.06f, 0.05f, 0.18f), 0.02f), 0xa05f28, Vector3(-0.2f, 0.11f, 0.1f), Vector3(0, -28, 0));
     put(at, ball(Vector3(0.07f, 0.04f, 0.07f), 7, 3), pal::YELLOW, Vector3(0.12f, 0.1f, 0.13f));
     put(at, ball(Vector3(0.08f, 0.05f, 0.06f), 6, 3), pal::GREEN, Vector3(-0.05f, 0.09f, 0.17f));
@@ -27,9 +28,11 @@ void grilled_fish(Node3D *at) {
 
 void grilled_chicken(Node3D *at) {
     plate(at, 0.27f);
-    put(at, loft({{-0.16f, 0.08f, 0.07f}, {-0.05f, 0.15f, 0.12f}, {0.1f, 0.13f, 0.11f}, {0.17f, 0.06f, 0.06f}}, 8), 0xcf7a33, Vector3(0, 0.16f, 0), Vector3(-90, 0, 0));
+    put(at, loft({{-0.16f, 0.08f, 0.07f}, {-0.05f, 0.15f, 0.12f}, {0.1f, 0.13f, 0.11f}, {0.17f, 0.06f, 0.06f}}, 8),
+        0xcf7a33, Vector3(0, 0.16f, 0), Vector3(-90, 0, 0));
     for (const float side : {-1.0f, 1.0f}) {
-        put(at, loft({{0, 0.075f, 0.075f}, {0.13f, 0.04f, 0.04f}}, 7), 0xb9652a, Vector3(side * 0.11f, 0.17f, 0.05f), Vector3(50, 0, side * -30));
+        put(at, loft({{0, 0.075f, 0.075f}, {0.13f, 0.04f, 0.04f}}, 7), 0xb9652a, Vector3(side * 0.11f, 0.17f, 0.05f),
+            Vector3(50, 0, side * -30));
         put(at, ball(Vector3(0.04f, 0.04f, 0.04f), 6, 3), pal::WHITE, Vector3(side * 0.17f, 0.27f, 0.17f));
     }
     put(at, ball(Vector3(0.08f, 0.05f, 0.05f), 6, 3), pal::GREEN, Vector3(0, 0.08f, 0.2f));
@@ -37,9 +40,11 @@ void grilled_chicken(Node3D *at) {
 
 void steak(Node3D *at) {
     plate(at, 0.27f);
-    put(at, loft({{0.05f, 0.15f, 0.12f}, {0.13f, 0.17f, 0.13f}, {0.155f, 0.13f, 0.10f}}, 8), 0x7a3b22, Vector3(-0.03f, 0, -0.02f), Vector3(0, 20, 0));
+    put(at, loft({{0.05f, 0.15f, 0.12f}, {0.13f, 0.17f, 0.13f}, {0.155f, 0.13f, 0.10f}}, 8), 0x7a3b22,
+        Vector3(-0.03f, 0, -0.02f), Vector3(0, 20, 0));
     for (int i = 0; i < 2; i++) {
-        put(at, bevel_box(Vector3(0.24f, 0.04f, 0.05f), 0.015f), pal::CHOCOLATE, Vector3(-0.03f, 0.15f, -0.06f + 0.1f * float(i)), Vector3(0, 35, 0));
+        put(at, bevel_box(Vector3(0.24f, 0.04f, 0.05f), 0.015f), pal::CHOCOLATE,
+            Vector3(-0.03f, 0.15f, -0.06f + 0.1f * float(i)), Vector3(0, 35, 0));
     }
     put(at, ball(Vector3(0.06f, 0.05f, 0.06f), 6, 3), pal::RED, Vector3(0.17f, 0.09f, 0.08f));
     put(at, ball(Vector3(0.08f, 0.05f, 0.06f), 6, 3), pal::GREEN, Vector3(0.05f, 0.09f, 0.18f));
@@ -50,9 +55,11 @@ void burger(Node3D *at) {
     put(at, loft({{0.08f, 0.23f, 0.23f}, {0.12f, 0.215f, 0.215f}}, 9), pal::GREEN, Vector3(), Vector3(0, 20, 0));
     put(at, loft({{0.12f, 0.2f, 0.2f}, {0.19f, 0.2f, 0.2f}}, 9), pal::BROWN, Vector3());
     put(at, bevel_box(Vector3(0.37f, 0.04f, 0.37f), 0.01f), pal::YELLOW, Vector3(0, 0.20f, 0), Vector3(0, 45, 0));
-    put(at, loft({{0.22f, 0.21f, 0.21f}, {0.29f, 0.19f, 0.19f}, {0.36f, 0.10f, 0.10f}, {0.375f, 0, 0}}, 9), 0xe3a352, Vector3());
+    put(at, loft({{0.22f, 0.21f, 0.21f}, {0.29f, 0.19f, 0.19f}, {0.36f, 0.10f, 0.10f}, {0.375f, 0, 0}}, 9), 0xe3a352,
+        Vector3());
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.03f, 0.025f, 0.03f), 5, 3), pal::CREAM, Vector3(0.1f * std::sin(float(i) * 1.257f), 0.345f, 0.1f * std::cos(float(i) * 1.257f)));
+        put(at, ball(Vector3(0.03f, 0.025f, 0.03f), 5, 3), pal::CREAM,
+            Vector3(0.1f * std::sin(float(i) * 1.257f), 0.345f, 0.1f * std::cos(float(i) * 1.257f)));
     }
 }
 
@@ -92,7 +99,11 @@ Node3D *dish(const String &kind) {
         const char *kind;
         void (*build)(Node3D *);
     };
-    static const Row rows[] = {{"grilled_fish", grilled_fish}, {"grilled_chicken", grilled_chicken}, {"steak", steak}, {"burger", burger}, {"breakfast", breakfast}};
+    static const Row rows[] = {{"grilled_fish", grilled_fish},
+                               {"grilled_chicken", grilled_chicken},
+                               {"steak", steak},
+                               {"burger", burger},
+                               {"breakfast", breakfast}};
     for (const Row &row : rows) {
         if (kind == String(row.kind)) {
             Node3D *root = memnew(Node3D);
@@ -105,10 +116,14 @@ Node3D *dish(const String &kind) {
 
 PackedStringArray kinds() {
     PackedStringArray all;
-    for (const char *kind : {"egg", "milk", "wheat", "flour", "sunflower", "oil", "bread", "mayo", "cookies", "donut", "icecream", "cake", "fish",
-                             "calf", "hen", "meat", "drumstick", "cheese", "tomato", "lettuce", "potato", "grilled_fish", "grilled_chicken",
-                             "steak", "burger", "corn", "hay", "honey", "apple", "orange", "juice", "apple_juice", "orange_juice", "wool",
-                             "blanket", "breakfast", "bean", "coffee", "medicine", "water", "berry", "cocoa", "choco", "bill", "gold", "case"}) {
+    for (const char *kind : {"egg",    "milk",        "wheat",        "flour",        "sunflower",       "oil",
+                             "bread",  "mayo",        "cookies",      "donut",        "icecream",        "cake",
+                             "fish",   "calf",        "hen",          "meat",         "drumstick",       "cheese",
+                             "tomato", "lettuce",     "potato",       "grilled_fish", "grilled_chicken", "steak",
+                             "burger", "corn",        "hay",          "honey",        "apple",           "orange",
+                             "juice",  "apple_juice", "orange_juice", "wool",         "blanket",         "breakfast",
+                             "bean",   "coffee",      "medicine",     "water",        "berry",           "cocoa",
+                             "choco",  "bill",        "gold",         "case"}) {
         all.push_back(kind);
     }
     return all;
@@ -120,11 +135,11 @@ Ref<ArrayMesh> Models::item_mesh(const String &mesh_key) {
     const bool is_money = mesh_key.begins_with("money_");
     const String kind = mesh_key.substr(is_money ? 6 : 5);
     return baked_mesh(mesh_key, builder([kind, is_money]() -> Node3D * {
-        set_low_detail(true);
-        Node3D *tree = item_models::build_any(kind, is_money);
-        set_low_detail(false);
-        return tree;
-    }));
+                          set_low_detail(true);
+                          Node3D *tree = item_models::build_any(kind, is_money);
+                          set_low_detail(false);
+                          return tree;
+                      }));
 }
 
 MeshInstance3D *Models::item_model(const String &kind) {

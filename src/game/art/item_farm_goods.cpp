@@ -15,24 +15,39 @@ using shapes::loft;
 using shapes::put;
 
 void egg(Node3D *at) {
-    put(at, loft({{0, 0, 0}, {0.035f, 0.105f, 0.105f}, {0.13f, 0.165f, 0.165f}, {0.23f, 0.135f, 0.135f}, {0.31f, 0.07f, 0.07f}, {0.345f, 0, 0}}, 9),
+    put(at,
+        loft({{0, 0, 0},
+              {0.035f, 0.105f, 0.105f},
+              {0.13f, 0.165f, 0.165f},
+              {0.23f, 0.135f, 0.135f},
+              {0.31f, 0.07f, 0.07f},
+              {0.345f, 0, 0}},
+             9),
         0xfff1dc, Vector3(), Vector3(0, 20, 0));
 }
 
 void corn(Node3D *at) {
-    put(at, loft({{0.04f, 0.09f, 0.09f}, {0.12f, 0.135f, 0.135f}, {0.26f, 0.115f, 0.115f}, {0.38f, 0.0f, 0.0f}}, 8), pal::YELLOW, Vector3());
+    put(at, loft({{0.03f, 0.08f, 0.08f}, {0.12f, 0.14f, 0.14f}, {0.28f, 0.12f, 0.12f}, {0.42f, 0.0f, 0.0f}}, 8),
+        pal::YELLOW, Vector3());
+    // Husks fold outward, so that the cob is known from above.
     for (int i = 0; i < 3; i++) {
-        put(at, loft({{0, 0.07f, 0.05f}, {0.12f, 0.10f, 0.05f, 0, 0.07f}, {0.27f, 0.0f, 0.0f, 0, 0.15f}}, 6), i == 1 ? pal::LEAF : pal::GREEN,
-            Vector3(0, 0.0f, 0), Vector3(0, 60.0f + 120.0f * float(i), 0));
+        put(at,
+            loft({{0, 0.08f, 0.06f},
+                  {0.14f, 0.12f, 0.06f, 0, 0.11f},
+                  {0.22f, 0.08f, 0.04f, 0, 0.19f},
+                  {0.19f, 0, 0, 0, 0.27f}},
+                 6),
+            i == 1 ? pal::LEAF : pal::GREEN, Vector3(), Vector3(0, 60.0f + 120.0f * float(i), 0));
     }
 }
 
 void hay(Node3D *at) {
     put(at, bevel_box(Vector3(0.50f, 0.35f, 0.38f), 0.06f), pal::STRAW, Vector3(0, 0.175f, 0));
     for (const float side : {-1.0f, 1.0f}) {
-        put(at, bevel_box(Vector3(0.07f, 0.375f, 0.405f), 0.03f), pal::RED_DARK, Vector3(side * 0.125f, 0.178f, 0));
+        put(at, bevel_box(Vector3(0.085f, 0.38f, 0.41f), 0.005f), pal::RED_DARK, Vector3(side * 0.125f, 0.178f, 0));
     }
-    put(at, loft({{0, 0.06f, 0.04f}, {0.1f, 0, 0}}, 4), pal::STRAW_DARK, Vector3(0.0f, 0.31f, 0.1f), Vector3(50, 0, 30));
+    put(at, loft({{0, 0.06f, 0.04f}, {0.1f, 0, 0}}, 4), pal::STRAW_DARK, Vector3(0.0f, 0.31f, 0.1f),
+        Vector3(50, 0, 30));
 }
 
 void wheat(Node3D *at) {
@@ -49,14 +64,16 @@ void wheat(Node3D *at) {
 void sunflower(Node3D *at) {
     for (int i = 0; i < 9; i++) {
         put(at, ball(Vector3(0.085f, 0.05f, 0.15f), 6, 3), i % 2 ? pal::YELLOW : pal::ORANGE,
-            Vector3(0.185f * std::sin(float(i) * 0.698f), 0.17f, 0.185f * std::cos(float(i) * 0.698f)), Vector3(-14, float(i) * 40, 0));
+            Vector3(0.185f * std::sin(float(i) * 0.698f), 0.17f, 0.185f * std::cos(float(i) * 0.698f)),
+            Vector3(-14, float(i) * 40, 0));
     }
     put(at, ball(Vector3(0.165f, 0.10f, 0.165f), 9, 4), pal::BROWN, Vector3(0, 0.20f, 0));
     put(at, loft({{0, 0.07f, 0.07f}, {0.14f, 0.10f, 0.10f}}, 6), pal::LEAF, Vector3());
 }
 
 void milk(Node3D *at) {
-    put(at, loft({{0, 0.155f, 0.155f}, {0.24f, 0.165f, 0.165f}, {0.32f, 0.085f, 0.085f}, {0.38f, 0.08f, 0.08f}}, 9), pal::WHITE, Vector3());
+    put(at, loft({{0, 0.155f, 0.155f}, {0.24f, 0.165f, 0.165f}, {0.32f, 0.085f, 0.085f}, {0.38f, 0.08f, 0.08f}}, 9),
+        pal::WHITE, Vector3());
     put(at, loft({{0.08f, 0.172f, 0.172f}, {0.19f, 0.176f, 0.176f}}, 9), pal::BLUE, Vector3());
     put(at, loft({{0.36f, 0.105f, 0.105f}, {0.43f, 0.10f, 0.10f}}, 8), pal::BLUE, Vector3());
 }
@@ -76,15 +93,23 @@ void carried(Node3D *at, const char *product, float scale) {
 }
 
 void round_fruit(Node3D *at, const Color &skin, const Color &leaf, float width, float height) {
-    put(at, loft({{0, width * 0.35f, width * 0.35f}, {height * 0.14f, width * 0.75f, width * 0.75f}, {height * 0.5f, width, width},
-                  {height * 0.84f, width * 0.74f, width * 0.74f}, {height * 0.95f, width * 0.3f, width * 0.3f}, {height * 0.88f, 0, 0}}, 9), skin, Vector3());
+    put(at,
+        loft({{0, width * 0.35f, width * 0.35f},
+              {height * 0.14f, width * 0.75f, width * 0.75f},
+              {height * 0.5f, width, width},
+              {height * 0.84f, width * 0.74f, width * 0.74f},
+              {height * 0.95f, width * 0.3f, width * 0.3f},
+              {height * 0.88f, 0, 0}},
+             9),
+        skin, Vector3());
     put(at, ball(Vector3(0.11f, 0.045f, 0.06f), 5, 3), leaf, Vector3(0.06f, height * 0.98f, 0), Vector3(0, 30, 16));
 }
 
 void tomato(Node3D *at) {
     round_fruit(at, pal::col(pal::RED), pal::col(pal::GREEN), 0.19f, 0.31f);
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.04f, 0.03f, 0.10f), 5, 3), pal::LEAF, Vector3(0.07f * std::sin(float(i) * 1.257f), 0.295f, 0.07f * std::cos(float(i) * 1.257f)),
+        put(at, ball(Vector3(0.04f, 0.03f, 0.10f), 5, 3), pal::LEAF,
+            Vector3(0.07f * std::sin(float(i) * 1.257f), 0.295f, 0.07f * std::cos(float(i) * 1.257f)),
             Vector3(12, float(i) * 72, 0));
     }
 }
@@ -102,28 +127,37 @@ void orange(Node3D *at) {
 void lettuce(Node3D *at) {
     for (int i = 0; i < 6; i++) {
         put(at, ball(Vector3(0.15f, 0.17f, 0.07f), 7, 3), i % 2 ? pal::GREEN : pal::LEAF_LIGHT,
-            Vector3(0.13f * std::sin(float(i) * 1.047f), 0.16f, 0.13f * std::cos(float(i) * 1.047f)), Vector3(24, float(i) * 60, 0));
+            Vector3(0.13f * std::sin(float(i) * 1.047f), 0.16f, 0.13f * std::cos(float(i) * 1.047f)),
+            Vector3(24, float(i) * 60, 0));
     }
     put(at, ball(Vector3(0.13f, 0.15f, 0.13f), 7, 4), pal::LEAF_LIGHT, Vector3(0, 0.21f, 0));
 }
 
 void potato(Node3D *at) {
-    put(at, loft({{-0.24f, 0.05f, 0.05f}, {-0.16f, 0.135f, 0.13f}, {0.02f, 0.17f, 0.15f, 0.02f}, {0.16f, 0.13f, 0.12f, 0.03f}, {0.23f, 0.04f, 0.04f}}, 8), 0xc99a5b,
-        Vector3(0, 0.15f, 0), Vector3(0, 35, 90));
+    put(at,
+        loft({{-0.24f, 0.05f, 0.05f},
+              {-0.16f, 0.135f, 0.13f},
+              {0.02f, 0.17f, 0.15f, 0.02f},
+              {0.16f, 0.13f, 0.12f, 0.03f},
+              {0.23f, 0.04f, 0.04f}},
+             8),
+        0xc99a5b, Vector3(0, 0.15f, 0), Vector3(0, 35, 90));
     put(at, ball(Vector3(0.06f, 0.03f, 0.05f), 5, 3), 0xa87a45, Vector3(0.05f, 0.29f, 0.03f));
     put(at, ball(Vector3(0.05f, 0.03f, 0.05f), 5, 3), 0xa87a45, Vector3(-0.08f, 0.27f, -0.05f));
 }
 
 void honey(Node3D *at) {
     jar(at, pal::col(0xf5a623), pal::col(pal::YELLOW), 0.17f, 0.34f);
-    put(at, loft({{-0.02f, 0.10f, 0.10f}, {0.02f, 0.10f, 0.10f}}, 6), pal::CREAM, Vector3(0, 0.14f, 0.165f), Vector3(90, 0, 0));
+    put(at, loft({{-0.02f, 0.10f, 0.10f}, {0.02f, 0.10f, 0.10f}}, 6), pal::CREAM, Vector3(0, 0.14f, 0.165f),
+        Vector3(90, 0, 0));
 }
 
 void wool(Node3D *at) {
     put(at, ball(Vector3(0.2f, 0.17f, 0.2f), 8, 4), pal::WHITE, Vector3(0, 0.18f, 0));
     for (int i = 0; i < 6; i++) {
         put(at, ball(Vector3(0.115f, 0.10f, 0.115f), 6, 3), i % 2 ? 0xf1e9dc : pal::WHITE,
-            Vector3(0.15f * std::sin(float(i) * 1.047f), 0.12f + 0.11f * float(i % 2), 0.15f * std::cos(float(i) * 1.047f)));
+            Vector3(0.15f * std::sin(float(i) * 1.047f), 0.12f + 0.11f * float(i % 2),
+                    0.15f * std::cos(float(i) * 1.047f)));
     }
 }
 
@@ -137,13 +171,15 @@ void berry(Node3D *at) {
     put(at, loft({{0, 0.15f, 0.15f}, {0.14f, 0.2f, 0.2f}}, 8, 0.7f), pal::WOOD_LIGHT, Vector3());
     for (int i = 0; i < 5; i++) {
         put(at, ball(Vector3(0.09f, 0.09f, 0.09f), 6, 3), i % 2 ? pal::PURPLE : pal::RED,
-            Vector3(0.1f * std::sin(float(i) * 1.257f), 0.19f + 0.05f * float(i % 2), 0.1f * std::cos(float(i) * 1.257f)));
+            Vector3(0.1f * std::sin(float(i) * 1.257f), 0.19f + 0.05f * float(i % 2),
+                    0.1f * std::cos(float(i) * 1.257f)));
     }
     put(at, ball(Vector3(0.1f, 0.09f, 0.1f), 6, 3), pal::PURPLE, Vector3(0, 0.27f, 0));
 }
 
 void cocoa(Node3D *at) {
-    put(at, loft({{-0.24f, 0.02f, 0.02f}, {-0.12f, 0.12f, 0.12f}, {0.1f, 0.15f, 0.14f}, {0.26f, 0.02f, 0.02f}}, 7), pal::BROWN, Vector3(0, 0.15f, 0), Vector3(0, 25, 82));
+    put(at, loft({{-0.24f, 0.02f, 0.02f}, {-0.12f, 0.12f, 0.12f}, {0.1f, 0.15f, 0.14f}, {0.26f, 0.02f, 0.02f}}, 7),
+        pal::BROWN, Vector3(0, 0.15f, 0), Vector3(0, 25, 82));
     put(at, ball(Vector3(0.09f, 0.06f, 0.07f), 6, 3), pal::CREAM, Vector3(0.02f, 0.29f, 0.04f));
 }
 
@@ -154,9 +190,23 @@ Node3D *farm_good(const String &kind) {
         const char *kind;
         void (*build)(Node3D *);
     };
-    static const Row rows[] = {{"egg", egg}, {"corn", corn}, {"hay", hay}, {"wheat", wheat}, {"sunflower", sunflower}, {"milk", milk},
-                               {"fish", fish}, {"tomato", tomato}, {"apple", apple}, {"orange", orange}, {"lettuce", lettuce},
-                               {"potato", potato}, {"honey", honey}, {"wool", wool}, {"bean", bean}, {"berry", berry}, {"cocoa", cocoa},
+    static const Row rows[] = {{"egg", egg},
+                               {"corn", corn},
+                               {"hay", hay},
+                               {"wheat", wheat},
+                               {"sunflower", sunflower},
+                               {"milk", milk},
+                               {"fish", fish},
+                               {"tomato", tomato},
+                               {"apple", apple},
+                               {"orange", orange},
+                               {"lettuce", lettuce},
+                               {"potato", potato},
+                               {"honey", honey},
+                               {"wool", wool},
+                               {"bean", bean},
+                               {"berry", berry},
+                               {"cocoa", cocoa},
                                {"calf", [](Node3D *at) { carried(at, "calf", 0.36f); }},
                                {"hen", [](Node3D *at) { carried(at, "hen", 0.58f); }}};
     for (const Row &row : rows) {

@@ -16,19 +16,29 @@ using shapes::loft;
 using shapes::put;
 
 void sack(Node3D *at, const Color &cloth, const Color &mark, float w, float h) {
-    put(at, loft({{0, w * 0.85f, w * 0.72f}, {h * 0.12f, w * 1.05f, w * 0.9f}, {h * 0.55f, w, w * 0.85f}, {h * 0.82f, w * 0.72f, w * 0.62f}}, 8, 0.5f), cloth, Vector3());
-    put(at, loft({{h * 0.80f, w * 0.5f, w * 0.45f}, {h, w * 0.78f, w * 0.7f}}, 8, 0.3f), pal::tone(cloth, -0.06f), Vector3());
+    put(at,
+        loft({{0, w * 0.85f, w * 0.72f},
+              {h * 0.12f, w * 1.05f, w * 0.9f},
+              {h * 0.55f, w, w * 0.85f},
+              {h * 0.82f, w * 0.72f, w * 0.62f}},
+             8, 0.5f),
+        cloth, Vector3());
+    put(at, loft({{h * 0.80f, w * 0.5f, w * 0.45f}, {h, w * 0.78f, w * 0.7f}}, 8, 0.3f), pal::tone(cloth, -0.06f),
+        Vector3());
     put(at, loft({{h * 0.76f, w * 0.68f, w * 0.6f}, {h * 0.86f, w * 0.62f, w * 0.54f}}, 8, 0.4f), mark, Vector3());
 }
 
 void bottle(Node3D *at, const Color &body, const Color &cap, const Color &label, float w, float h) {
-    put(at, loft({{0, w, w}, {h * 0.58f, w, w}, {h * 0.76f, w * 0.45f, w * 0.45f}, {h * 0.9f, w * 0.42f, w * 0.42f}}, 9), body, Vector3());
+    put(at,
+        loft({{0, w, w}, {h * 0.58f, w, w}, {h * 0.76f, w * 0.45f, w * 0.45f}, {h * 0.9f, w * 0.42f, w * 0.42f}}, 9),
+        body, Vector3());
     put(at, loft({{h * 0.16f, w * 1.05f, w * 1.05f}, {h * 0.46f, w * 1.05f, w * 1.05f}}, 9), label, Vector3());
     put(at, loft({{h * 0.86f, w * 0.58f, w * 0.58f}, {h * 1.02f, w * 0.55f, w * 0.55f}}, 8), cap, Vector3());
 }
 
 void jar(Node3D *at, const Color &filling, const Color &lid, float w, float h) {
-    put(at, loft({{0, w * 0.9f, w * 0.9f}, {h * 0.1f, w, w}, {h * 0.68f, w, w}, {h * 0.78f, w * 0.8f, w * 0.8f}}, 9), filling, Vector3());
+    put(at, loft({{0, w * 0.9f, w * 0.9f}, {h * 0.1f, w, w}, {h * 0.68f, w, w}, {h * 0.78f, w * 0.8f, w * 0.8f}}, 9),
+        filling, Vector3());
     put(at, loft({{h * 0.76f, w * 0.95f, w * 0.95f}, {h, w * 0.92f, w * 0.92f}}, 9), lid, Vector3());
 }
 
@@ -49,9 +59,16 @@ void oil(Node3D *at) {
 }
 
 void bread(Node3D *at) {
-    put(at, loft({{-0.27f, 0.08f, 0.07f, 0, 0.10f}, {-0.20f, 0.16f, 0.14f, 0, 0.14f}, {0.20f, 0.16f, 0.14f, 0, 0.14f}, {0.27f, 0.08f, 0.07f, 0, 0.10f}}, 8, 0.3f), 0xd98c45, Vector3(), Vector3(-90, 0, 0));
+    put(at,
+        loft({{-0.27f, 0.08f, 0.07f, 0, 0.10f},
+              {-0.20f, 0.16f, 0.14f, 0, 0.14f},
+              {0.20f, 0.16f, 0.14f, 0, 0.14f},
+              {0.27f, 0.08f, 0.07f, 0, 0.10f}},
+             8, 0.3f),
+        0xd98c45, Vector3(), Vector3(-90, 0, 0));
     for (int i = -1; i <= 1; i++) {
-        put(at, bevel_box(Vector3(0.24f, 0.07f, 0.08f), 0.03f), pal::CREAM, Vector3(0, 0.262f, 0.14f * float(i)), Vector3(0, 24, 0));
+        put(at, bevel_box(Vector3(0.24f, 0.07f, 0.08f), 0.03f), pal::CREAM, Vector3(0, 0.262f, 0.14f * float(i)),
+            Vector3(0, 24, 0));
     }
 }
 
@@ -62,10 +79,13 @@ void mayo(Node3D *at) {
 
 void cookies(Node3D *at) {
     for (int i = 0; i < 3; i++) {
-        put(at, loft({{0, 0.16f, 0.16f}, {0.04f, 0.19f, 0.19f}, {0.085f, 0.15f, 0.15f}}, 9), pal::tone(0xd59a53, 0.05f * float(i % 2)), Vector3(0.02f * float(i % 2), 0.08f * float(i), -0.015f * float(i)));
+        put(at, loft({{0, 0.16f, 0.16f}, {0.04f, 0.19f, 0.19f}, {0.085f, 0.15f, 0.15f}}, 9),
+            pal::tone(0xd59a53, 0.05f * float(i % 2)),
+            Vector3(0.02f * float(i % 2), 0.08f * float(i), -0.015f * float(i)));
     }
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.045f, 0.035f, 0.045f), 5, 3), pal::CHOCOLATE, Vector3(0.1f * std::sin(float(i) * 1.4f), 0.245f, 0.1f * std::cos(float(i) * 1.4f)));
+        put(at, ball(Vector3(0.045f, 0.035f, 0.045f), 5, 3), pal::CHOCOLATE,
+            Vector3(0.1f * std::sin(float(i) * 1.4f), 0.245f, 0.1f * std::cos(float(i) * 1.4f)));
     }
 }
 
@@ -83,7 +103,8 @@ void donut(Node3D *at) {
     const uint32_t sprinkles[] = {pal::YELLOW, pal::SKY, pal::WHITE, pal::GREEN};
     for (int i = 0; i < 8; i++) {
         const float a = float(i) * 0.785f;
-        put(at, bevel_box(Vector3(0.05f, 0.05f, 0.07f), 0.02f), sprinkles[i % 4], Vector3(0.16f * std::sin(a), 0.235f, 0.16f * std::cos(a)), Vector3(0, float(i) * 73, 0));
+        put(at, bevel_box(Vector3(0.05f, 0.05f, 0.07f), 0.02f), sprinkles[i % 4],
+            Vector3(0.16f * std::sin(a), 0.235f, 0.16f * std::cos(a)), Vector3(0, float(i) * 73, 0));
     }
 }
 
@@ -101,19 +122,28 @@ void cake(Node3D *at) {
     put(at, loft({{0.18f, 0.22f, 0.22f}, {0.31f, 0.21f, 0.21f}, {0.335f, 0.15f, 0.15f}}, 10), pal::PINK, Vector3());
     put(at, ball(Vector3(0.07f, 0.07f, 0.07f), 7, 4), pal::RED, Vector3(0, 0.375f, 0));
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.05f, 0.04f, 0.05f), 5, 3), pal::WHITE, Vector3(0.155f * std::sin(float(i) * 1.257f), 0.335f, 0.155f * std::cos(float(i) * 1.257f)));
+        put(at, ball(Vector3(0.05f, 0.04f, 0.05f), 5, 3), pal::WHITE,
+            Vector3(0.155f * std::sin(float(i) * 1.257f), 0.335f, 0.155f * std::cos(float(i) * 1.257f)));
     }
 }
 
 void meat(Node3D *at) {
-    put(at, loft({{0, 0.23f, 0.16f}, {0.05f, 0.26f, 0.18f}, {0.15f, 0.25f, 0.17f}, {0.18f, 0.2f, 0.13f}}, 9, 0.3f), pal::RED_DARK, Vector3());
+    put(at, loft({{0, 0.23f, 0.16f}, {0.05f, 0.26f, 0.18f}, {0.15f, 0.25f, 0.17f}, {0.18f, 0.2f, 0.13f}}, 9, 0.3f),
+        pal::RED_DARK, Vector3());
     put(at, loft({{0.12f, 0.2f, 0.12f, 0.02f}, {0.195f, 0.17f, 0.10f, 0.02f}}, 9, 0.2f), 0xe76a68, Vector3());
     put(at, bevel_box(Vector3(0.07f, 0.17f, 0.30f), 0.03f), pal::CREAM, Vector3(-0.22f, 0.1f, 0));
     put(at, loft({{0.17f, 0.06f, 0.06f}, {0.215f, 0.05f, 0.05f}}, 7), pal::WHITE, Vector3(0.06f, 0, 0));
 }
 
 void drumstick(Node3D *at) {
-    put(at, loft({{-0.12f, 0.05f, 0.05f}, {0.0f, 0.115f, 0.11f}, {0.14f, 0.15f, 0.14f}, {0.26f, 0.10f, 0.10f}, {0.29f, 0.03f, 0.03f}}, 8), 0xd8863f, Vector3(0, 0.12f, 0.0f), Vector3(-90, 30, 0));
+    put(at,
+        loft({{-0.12f, 0.05f, 0.05f},
+              {0.0f, 0.115f, 0.11f},
+              {0.14f, 0.15f, 0.14f},
+              {0.26f, 0.10f, 0.10f},
+              {0.29f, 0.03f, 0.03f}},
+             8),
+        0xd8863f, Vector3(0, 0.12f, 0.0f), Vector3(-90, 30, 0));
     Node3D *bone = shapes::joint(at, "Bone", Vector3(0, 0.11f, 0));
     bone->set_rotation_degrees(Vector3(-90, 30, 0));
     put(bone, loft({{-0.27f, 0.035f, 0.035f}, {-0.1f, 0.035f, 0.035f}}, 6), pal::WHITE, Vector3());
@@ -123,8 +153,15 @@ void drumstick(Node3D *at) {
 }
 
 void cheese(Node3D *at) {
-    put(at, shapes::extrude({Vector2(-0.25f, -0.17f), Vector2(0.26f, -0.06f), Vector2(0.26f, 0.06f), Vector2(-0.25f, 0.17f)}, 0.28f), pal::YELLOW, Vector3(0, 0.14f, 0), Vector3(-90, 0, 0));
-    const Vector3 holes[] = {{-0.12f, 0.285f, 0.03f}, {0.05f, 0.285f, -0.02f}, {-0.02f, 0.16f, 0.115f}, {-0.16f, 0.09f, 0.14f}, {0.14f, 0.12f, 0.085f}};
+    put(at,
+        shapes::extrude(
+            {Vector2(-0.25f, -0.17f), Vector2(0.26f, -0.06f), Vector2(0.26f, 0.06f), Vector2(-0.25f, 0.17f)}, 0.28f),
+        pal::YELLOW, Vector3(0, 0.14f, 0), Vector3(-90, 0, 0));
+    const Vector3 holes[] = {{-0.12f, 0.285f, 0.03f},
+                             {0.05f, 0.285f, -0.02f},
+                             {-0.02f, 0.16f, 0.115f},
+                             {-0.16f, 0.09f, 0.14f},
+                             {0.14f, 0.12f, 0.085f}};
     for (const Vector3 &p : holes) {
         put(at, ball(Vector3(0.045f, 0.04f, 0.04f), 6, 3), 0xe0a92a, p);
     }
@@ -140,13 +177,15 @@ void juice_carton(Node3D *at, uint32_t rgb) {
 
 void blanket(Node3D *at) {
     for (int i = 0; i < 3; i++) {
-        put(at, bevel_box(Vector3(0.46f, 0.105f, 0.34f), 0.045f), i == 1 ? pal::CREAM : pal::BLUE, Vector3(i == 1 ? 0.01f : 0, 0.05f + 0.1f * float(i), 0));
+        put(at, bevel_box(Vector3(0.46f, 0.105f, 0.34f), 0.045f), i == 1 ? pal::CREAM : pal::BLUE,
+            Vector3(i == 1 ? 0.01f : 0, 0.05f + 0.1f * float(i), 0));
     }
     put(at, bevel_box(Vector3(0.10f, 0.32f, 0.36f), 0.04f), pal::RED, Vector3(-0.11f, 0.155f, 0));
 }
 
 void coffee(Node3D *at) {
-    put(at, loft({{0, 0.16f, 0.10f}, {0.24f, 0.16f, 0.10f}, {0.31f, 0.155f, 0.045f}}, 8, 0.8f), pal::CHOCOLATE, Vector3());
+    put(at, loft({{0, 0.16f, 0.10f}, {0.24f, 0.16f, 0.10f}, {0.31f, 0.155f, 0.045f}}, 8, 0.8f), pal::CHOCOLATE,
+        Vector3());
     put(at, bevel_box(Vector3(0.34f, 0.06f, 0.08f), 0.02f), pal::STRAW, Vector3(0, 0.315f, 0));
     put(at, ball(Vector3(0.085f, 0.10f, 0.04f), 7, 3), pal::CREAM, Vector3(0, 0.14f, 0.10f));
     put(at, ball(Vector3(0.045f, 0.06f, 0.04f), 6, 3), pal::BROWN, Vector3(0, 0.14f, 0.125f));
@@ -167,7 +206,8 @@ void water(Node3D *at) {
 void choco(Node3D *at) {
     put(at, bevel_box(Vector3(0.40f, 0.12f, 0.30f), 0.03f), pal::RED, Vector3(0, 0.06f, 0));
     for (int i = 0; i < 6; i++) {
-        put(at, bevel_box(Vector3(0.11f, 0.12f, 0.12f), 0.03f, 0.8f), pal::CHOCOLATE, Vector3(-0.12f + 0.12f * float(i % 3), 0.17f, i < 3 ? -0.065f : 0.065f));
+        put(at, bevel_box(Vector3(0.11f, 0.12f, 0.12f), 0.03f, 0.8f), pal::CHOCOLATE,
+            Vector3(-0.12f + 0.12f * float(i % 3), 0.17f, i < 3 ? -0.065f : 0.065f));
     }
 }
 
@@ -212,12 +252,25 @@ Node3D *from_rows(const Row *rows, size_t count, const String &kind) {
 } // namespace
 
 Node3D *made_good(const String &kind) {
-    static const Row rows[] = {{"flour", flour}, {"oil", oil}, {"bread", bread}, {"mayo", mayo}, {"cookies", cookies}, {"donut", donut},
-                               {"icecream", icecream}, {"cake", cake}, {"meat", meat}, {"drumstick", drumstick}, {"cheese", cheese},
+    static const Row rows[] = {{"flour", flour},
+                               {"oil", oil},
+                               {"bread", bread},
+                               {"mayo", mayo},
+                               {"cookies", cookies},
+                               {"donut", donut},
+                               {"icecream", icecream},
+                               {"cake", cake},
+                               {"meat", meat},
+                               {"drumstick", drumstick},
+                               {"cheese", cheese},
                                {"juice", [](Node3D *at) { juice_carton(at, pal::YELLOW); }},
                                {"apple_juice", [](Node3D *at) { juice_carton(at, 0x9ccc3c); }},
                                {"orange_juice", [](Node3D *at) { juice_carton(at, pal::ORANGE); }},
-                               {"blanket", blanket}, {"coffee", coffee}, {"medicine", medicine}, {"water", water}, {"choco", choco}};
+                               {"blanket", blanket},
+                               {"coffee", coffee},
+                               {"medicine", medicine},
+                               {"water", water},
+                               {"choco", choco}};
     return from_rows(rows, std::size(rows), kind);
 }
 

@@ -26,8 +26,8 @@ struct Limb {
 };
 
 struct MergeOptions {
-    float shade_height = 0; // 0: no shade
-    int grid = 0;           // 0: no clustering
+    float shade_height = 0;  // 0: no shade
+    int grid = 0;            // 0: no clustering
     std::vector<Limb> limbs; // not empty: UV and UV2 carry the limb channels
 };
 

@@ -78,7 +78,8 @@ Node3D *Models::person(const Dictionary &look) {
     for (const char *name : {"LegL", "LegR", "ArmL", "ArmR"}) {
         limbs.push_back(body->get_node_or_null(NodePath(name)));
     }
-    model_rigs::make_rig(root, body, limbs, nullptr, String("rig_") + Variant(look).stringify(), person_material(), 0.8f);
+    model_rigs::make_rig(root, body, limbs, nullptr, String("rig_") + Variant(look).stringify(), person_material(),
+                         0.8f);
     return root;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
-// Rigged people and animals: one instanced mesh each, whose limbs the shader bends by angles that the pose batch writes.
+// Rigged people and animals: one instanced mesh each, whose limbs the shader bends by angles that the pose batch
+// writes.
 
 #include <godot_cpp/classes/material.hpp>
 #include <godot_cpp/classes/node3d.hpp>

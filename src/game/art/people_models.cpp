@@ -50,18 +50,33 @@ void add_hair(Node3D *head, const String &style, const Color &hair, bool hatted)
         return;
     }
     if (style == String("hijab") || style == String("scarf")) {
-        put(head, loft({{-0.10f, 0.30f, 0.30f, 0, 0.05f}, {0.12f, 0.36f, 0.36f, 0, 0.05f}, {0.36f, 0.37f, 0.37f, 0, 0.04f},
-                        {0.58f, 0.27f, 0.27f, 0, 0.05f}, {0.68f, 0.0f, 0.0f, 0, 0.05f}}, 10), hair, Vector3(0, 0, 0.045f));
-        put(head, loft({{-0.22f, 0.30f, 0.26f}, {0.0f, 0.28f, 0.25f}}, 10), pal::tone(hair, -0.12f), Vector3(0, 0, 0.03f));
+        put(head,
+            loft({{-0.10f, 0.30f, 0.30f, 0, 0.05f},
+                  {0.12f, 0.36f, 0.36f, 0, 0.05f},
+                  {0.36f, 0.37f, 0.37f, 0, 0.04f},
+                  {0.58f, 0.27f, 0.27f, 0, 0.05f},
+                  {0.68f, 0.0f, 0.0f, 0, 0.05f}},
+                 10),
+            hair, Vector3(0, 0, 0.045f));
+        put(head, loft({{-0.22f, 0.30f, 0.26f}, {0.0f, 0.28f, 0.25f}}, 10), pal::tone(hair, -0.12f),
+            Vector3(0, 0, 0.03f));
         return;
     }
     // The cap of hair sits back and down the neck, so that the face stays free.
-    put(head, loft({{0.18f, 0.34f, 0.27f, 0, 0.10f}, {0.38f, 0.37f, 0.34f, 0, 0.045f}, {0.54f, 0.31f, 0.31f, 0, 0.02f},
-                    {0.66f, 0.15f, 0.16f, 0, 0.02f}, {0.69f, 0, 0, 0, 0.02f}}, 9), hair, Vector3());
+    put(head,
+        loft({{0.18f, 0.34f, 0.27f, 0, 0.10f},
+              {0.38f, 0.37f, 0.34f, 0, 0.045f},
+              {0.54f, 0.31f, 0.31f, 0, 0.02f},
+              {0.66f, 0.15f, 0.16f, 0, 0.02f},
+              {0.69f, 0, 0, 0, 0.02f}},
+             9),
+        hair, Vector3());
     put(head, bevel_box(Vector3(0.52f, 0.15f, 0.15f), 0.06f, 0.8f), hair, Vector3(0.03f, 0.50f, -0.26f),
         Vector3(16, 0, -5));
     if (style == String("long") || style == String("ponytail") || style == String("pigtails")) {
-        put(head, loft({{-0.24f, 0.24f, 0.10f, 0, 0.22f}, {0.10f, 0.33f, 0.17f, 0, 0.18f}, {0.34f, 0.34f, 0.20f, 0, 0.13f}}, 8),
+        put(head,
+            loft({{-0.24f, 0.24f, 0.10f, 0, 0.22f}, {0.10f, 0.33f, 0.17f, 0, 0.18f}, {0.34f, 0.34f, 0.20f, 0, 0.13f}},
+                 8),
             hair, Vector3());
     }
     if (style == String("bun")) {
@@ -105,7 +120,13 @@ void add_hat(Node3D *head, const String &hat, const Dictionary &look) {
                 Vector3(0.29f * std::cos(a), 0.66f, 0.29f * std::sin(a)));
         }
     } else if (hat == String("helmet")) {
-        put(head, loft({{0.36f, 0.42f, 0.44f}, {0.44f, 0.40f, 0.42f}, {0.62f, 0.33f, 0.35f}, {0.74f, 0.12f, 0.14f}, {0.75f, 0, 0}}, 10),
+        put(head,
+            loft({{0.36f, 0.42f, 0.44f},
+                  {0.44f, 0.40f, 0.42f},
+                  {0.62f, 0.33f, 0.35f},
+                  {0.74f, 0.12f, 0.14f},
+                  {0.75f, 0, 0}},
+                 10),
             pal::YELLOW, Vector3());
     } else {
         // Straw hat: the farmer's and anyone's who works in the field.
@@ -124,27 +145,36 @@ void add_head(Node3D *body, const Dictionary &look) {
     const Color skin = look_color(look, "skin", "f2c29b");
     const Color hair = look_color(look, "hair", "6b3b1f");
     Node3D *head = shapes::joint(body, "Head", Vector3(0, NECK, 0));
-    put(head, loft({{0, 0.17f, 0.17f}, {0.06f, 0.26f, 0.25f}, {0.22f, 0.335f, 0.315f}, {0.42f, 0.335f, 0.32f},
-                    {0.56f, 0.26f, 0.25f}, {0.62f, 0.1f, 0.1f}}, 10), skin, Vector3());
+    put(head,
+        loft({{0, 0.17f, 0.17f},
+              {0.06f, 0.26f, 0.25f},
+              {0.22f, 0.335f, 0.315f},
+              {0.42f, 0.335f, 0.32f},
+              {0.56f, 0.26f, 0.25f},
+              {0.62f, 0.1f, 0.1f}},
+             10),
+        skin, Vector3());
     for (const float side : {-1.0f, 1.0f}) {
         put(head, ball(Vector3(0.05f, 0.075f, 0.035f), 6, 3), pal::INK, Vector3(side * 0.125f, 0.31f, -0.295f));
         put(head, ball(Vector3(0.06f, 0.04f, 0.02f), 6, 2), pal::tone(skin.lerp(pal::col(pal::PINK), 0.5f), 0.0f),
             Vector3(side * 0.20f, 0.20f, -0.265f), Vector3(0, side * 28, 0));
-        put(head, ball(Vector3(0.06f, 0.08f, 0.06f), 6, 3), pal::tone(skin, -0.06f), Vector3(side * 0.335f, 0.28f, 0.02f));
+        put(head, ball(Vector3(0.06f, 0.08f, 0.06f), 6, 3), pal::tone(skin, -0.06f),
+            Vector3(side * 0.335f, 0.28f, 0.02f));
     }
     put(head, ball(Vector3(0.055f, 0.05f, 0.06f), 6, 3), pal::tone(skin, -0.08f), Vector3(0, 0.24f, -0.33f));
     const String style = look.get("style", "short");
     const bool hatted = has(look, "hat") || has(look, "cap");
     add_hair(head, style, hair, hatted);
     if (has(look, "beard")) {
-        put(head, loft({{-0.06f, 0.14f, 0.10f}, {0.06f, 0.28f, 0.20f}, {0.17f, 0.30f, 0.22f}}, 8), hair, Vector3(0, 0, -0.11f));
+        put(head, loft({{-0.06f, 0.14f, 0.10f}, {0.06f, 0.28f, 0.20f}, {0.17f, 0.30f, 0.22f}}, 8), hair,
+            Vector3(0, 0, -0.11f));
     }
     if (hatted) {
         const String hat = has(look, "hat") ? String(look["hat"]) : String("cap");
         if (hat == String("cap")) {
             const Color cloth = look_color(look, "cap", "e5484d");
-            put(head, loft({{0.44f, 0.385f, 0.38f}, {0.56f, 0.36f, 0.36f}, {0.70f, 0.22f, 0.22f}, {0.74f, 0, 0}}, 10), cloth,
-                Vector3(0, 0, 0.01f));
+            put(head, loft({{0.44f, 0.385f, 0.38f}, {0.56f, 0.36f, 0.36f}, {0.70f, 0.22f, 0.22f}, {0.74f, 0, 0}}, 10),
+                cloth, Vector3(0, 0, 0.01f));
             put(head, bevel_box(Vector3(0.46f, 0.07f, 0.30f), 0.03f, 0.9f), pal::tone(cloth, -0.12f),
                 Vector3(0, 0.46f, -0.44f), Vector3(-8, 0, 0));
         } else {
@@ -173,8 +203,11 @@ Node3D *person_tree(const Dictionary &look) {
     const Color pants = look_color(look, "pants", "3d6fb6");
     const Color shoes = look_color(look, "shoes", "4a3226");
 
-    put(body, loft({{0.56f, 0.24f, 0.19f}, {0.68f, 0.275f, 0.215f}, {0.78f, 0.27f, 0.21f}}, 8, 0.55f), pants, Vector3());
-    put(body, loft({{0.76f, 0.275f, 0.215f}, {0.95f, 0.285f, 0.215f}, {1.13f, 0.30f, 0.20f}, {1.24f, 0.17f, 0.14f}}, 8, 0.55f),
+    put(body, loft({{0.56f, 0.24f, 0.19f}, {0.68f, 0.275f, 0.215f}, {0.78f, 0.27f, 0.21f}}, 8, 0.55f), pants,
+        Vector3());
+    put(body,
+        loft({{0.76f, 0.275f, 0.215f}, {0.95f, 0.285f, 0.215f}, {1.13f, 0.30f, 0.20f}, {1.24f, 0.17f, 0.14f}}, 8,
+             0.55f),
         shirt, Vector3());
     put(body, loft({{1.17f, 0.12f, 0.12f}, {1.27f, 0.11f, 0.11f}}, 7), pal::tone(skin, -0.1f), Vector3());
     if (has(look, "overalls")) {

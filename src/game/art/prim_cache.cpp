@@ -62,7 +62,8 @@ String property_key(const Ref<Mesh> &mesh) {
     return key;
 }
 
-template <class T> Ref<T> as(const Ref<Mesh> &mesh) {
+template <class T>
+Ref<T> as(const Ref<Mesh> &mesh) {
     return Ref<T>(Object::cast_to<T>(mesh.ptr()));
 }
 

@@ -21,7 +21,8 @@ using shapes::rnd;
 
 // A board on the gable with a big emblem on it tells the houses apart from afar.
 void emblem_board(Node3D *at, const Vector3 &pos, float radius, const Color &paint) {
-    put(at, loft({{-0.06f, radius, radius}, {0.06f, radius * 0.93f, radius * 0.93f}}, 10), paint, pos, Vector3(90, 0, 0));
+    put(at, loft({{-0.06f, radius, radius}, {0.06f, radius * 0.93f, radius * 0.93f}}, 10), paint, pos,
+        Vector3(90, 0, 0));
 }
 
 void coop(Node3D *at) {
@@ -30,7 +31,8 @@ void coop(Node3D *at) {
     const Vector3 home(-0.35f, 0.42f, -1.75f);
     for (const float x : {-1.0f, 1.0f}) {
         for (const float z : {-0.6f, 0.6f}) {
-            put(at, bevel_box(Vector3(0.2f, 0.5f, 0.2f), 0.04f), pal::WOOD_DARK, Vector3(home.x + x, 0.25f, home.z + z));
+            put(at, bevel_box(Vector3(0.2f, 0.5f, 0.2f), 0.04f), pal::WOOD_DARK,
+                Vector3(home.x + x, 0.25f, home.z + z));
         }
     }
     put(at, bevel_box(Vector3(2.75f, 0.18f, 1.85f), 0.05f), pal::WOOD, home);
@@ -43,31 +45,51 @@ void coop(Node3D *at) {
     put(at, bevel_box(Vector3(2.6f, 0.15f, 0.13f), 0.04f), trim, home + Vector3(0, 1.24f, 0.79f));
     roof(at, home + Vector3(0, 1.22f, 0), 1.28f, 1.05f, 1.8f, col(pal::RED));
     // The arched pop-hole and its ramp.
-    put(at, shapes::extrude({Vector2(-0.42f, 0), Vector2(0.42f, 0), Vector2(0.42f, 0.5f), Vector2(0.26f, 0.78f), Vector2(-0.26f, 0.78f), Vector2(-0.42f, 0.5f)}, 0.14f),
+    put(at,
+        shapes::extrude({Vector2(-0.42f, 0), Vector2(0.42f, 0), Vector2(0.42f, 0.5f), Vector2(0.26f, 0.78f),
+                         Vector2(-0.26f, 0.78f), Vector2(-0.42f, 0.5f)},
+                        0.14f),
         trim, home + Vector3(-0.45f, 0.09f, 0.77f));
-    put(at, shapes::extrude({Vector2(-0.29f, 0), Vector2(0.29f, 0), Vector2(0.29f, 0.46f), Vector2(0.17f, 0.64f), Vector2(-0.17f, 0.64f), Vector2(-0.29f, 0.46f)}, 0.16f),
+    put(at,
+        shapes::extrude({Vector2(-0.29f, 0), Vector2(0.29f, 0), Vector2(0.29f, 0.46f), Vector2(0.17f, 0.64f),
+                         Vector2(-0.17f, 0.64f), Vector2(-0.29f, 0.46f)},
+                        0.16f),
         pal::CHOCOLATE, home + Vector3(-0.45f, 0.10f, 0.79f));
-    put(at, bevel_box(Vector3(0.72f, 0.09f, 1.15f), 0.03f), pal::WOOD_LIGHT, Vector3(home.x - 0.45f, 0.26f, home.z + 1.34f), Vector3(21, 0, 0));
+    put(at, bevel_box(Vector3(0.72f, 0.09f, 1.15f), 0.03f), pal::WOOD_LIGHT,
+        Vector3(home.x - 0.45f, 0.26f, home.z + 1.34f), Vector3(21, 0, 0));
     for (int i = 0; i < 4; i++) {
-        put(at, bevel_box(Vector3(0.72f, 0.08f, 0.10f), 0.02f), pal::WOOD, Vector3(home.x - 0.45f, 0.45f - 0.1f * float(i), home.z + 0.97f + 0.25f * float(i)), Vector3(21, 0, 0));
+        put(at, bevel_box(Vector3(0.72f, 0.08f, 0.10f), 0.02f), pal::WOOD,
+            Vector3(home.x - 0.45f, 0.45f - 0.1f * float(i), home.z + 0.97f + 0.25f * float(i)), Vector3(21, 0, 0));
     }
     window(at, home + Vector3(0.62f, 0.66f, 0.78f), 0.5f, 0.42f, trim);
     emblem_board(at, home + Vector3(0, 1.66f, 0.77f), 0.33f, col(pal::SKY));
-    put(at, loft({{-0.24f, 0.02f, 0.02f}, {-0.14f, 0.16f, 0.12f}, {0.02f, 0.19f, 0.14f}, {0.16f, 0.12f, 0.1f}, {0.25f, 0.02f, 0.02f}}, 9), pal::WHITE, home + Vector3(0, 1.66f, 0.87f));
+    put(at,
+        loft({{-0.24f, 0.02f, 0.02f},
+              {-0.14f, 0.16f, 0.12f},
+              {0.02f, 0.19f, 0.14f},
+              {0.16f, 0.12f, 0.1f},
+              {0.25f, 0.02f, 0.02f}},
+             9),
+        pal::WHITE, home + Vector3(0, 1.66f, 0.87f));
     // Nest boxes with their own lean-to roof, straw pouring out.
     const Vector3 nest = home + Vector3(1.62f, 0.32f, -0.05f);
     put(at, bevel_box(Vector3(0.80f, 0.55f, 1.25f), 0.04f), 0xe0a845, nest);
-    put(at, bevel_box(Vector3(1.0f, 0.13f, 1.45f), 0.04f), pal::RED_DARK, nest + Vector3(0.02f, 0.40f, 0), Vector3(0, 0, -20));
+    put(at, bevel_box(Vector3(1.0f, 0.13f, 1.45f), 0.04f), pal::RED_DARK, nest + Vector3(0.02f, 0.40f, 0),
+        Vector3(0, 0, -20));
     for (const float z : {-0.3f, 0.3f}) {
         put(at, ball(Vector3(0.16f, 0.17f, 0.22f), 7, 4), pal::CHOCOLATE, nest + Vector3(0.36f, -0.02f, z));
         put(at, ball(Vector3(0.17f, 0.09f, 0.24f), 7, 3), pal::STRAW, nest + Vector3(0.40f, -0.14f, z));
     }
     // Weather vane, a scatter of straw, a bucket.
     put(at, loft({{0, 0.07f, 0.07f}, {0.5f, 0.06f, 0.06f}}, 5), pal::STONE_DARK, home + Vector3(0, 2.3f, -0.55f));
-    put(at, shapes::extrude({Vector2(-0.3f, 0.1f), Vector2(0.12f, 0), Vector2(0.34f, 0.26f), Vector2(0.18f, 0.3f), Vector2(0.02f, 0.2f), Vector2(-0.22f, 0.42f)}, 0.13f), pal::INK,
-        home + Vector3(0, 2.75f, -0.55f), Vector3(0, 18, 0));
+    put(at,
+        shapes::extrude({Vector2(-0.3f, 0.1f), Vector2(0.12f, 0), Vector2(0.34f, 0.26f), Vector2(0.18f, 0.3f),
+                         Vector2(0.02f, 0.2f), Vector2(-0.22f, 0.42f)},
+                        0.13f),
+        pal::INK, home + Vector3(0, 2.75f, -0.55f), Vector3(0, 18, 0));
     for (int i = 0; i < 5; i++) {
-        put(at, loft({{0, 0.26f, 0.2f}, {0.07f, 0.14f, 0.1f}}, 7), pal::tone(i % 2 ? pal::STRAW : pal::YELLOW, 0.25f), Vector3(rnd(11, i, -2.2f, 2.2f), 0.03f, rnd(12, i, -0.6f, 1.2f)), Vector3(0, float(i) * 50, 0));
+        put(at, loft({{0, 0.26f, 0.2f}, {0.07f, 0.14f, 0.1f}}, 7), pal::tone(i % 2 ? pal::STRAW : pal::YELLOW, 0.25f),
+            Vector3(rnd(11, i, -2.2f, 2.2f), 0.03f, rnd(12, i, -0.6f, 1.2f)), Vector3(0, float(i) * 50, 0));
     }
     hay_bale(at, Vector3(-2.15f, 0.03f, -2.05f), 15);
     bush(at, Vector3(2.2f, 0, -2.35f), 0.6f, col(pal::LEAF), 4);
@@ -80,18 +102,24 @@ void barn(Node3D *at) {
     const Vector3 home(0, 0, -1.85f);
     put(at, bevel_box(Vector3(3.9f, 0.24f, 1.95f), 0.05f), pal::STONE, home + Vector3(0, 0.1f, 0));
     put(at, bevel_box(Vector3(3.7f, 1.55f, 1.75f), 0.04f), red, home + Vector3(0, 0.95f, 0));
-    const std::vector<Vector2> front = {Vector2(-1.85f, 0), Vector2(1.85f, 0), Vector2(1.36f, 0.86f), Vector2(0, 1.38f), Vector2(-1.36f, 0.86f)};
+    const std::vector<Vector2> front = {Vector2(-1.85f, 0), Vector2(1.85f, 0), Vector2(1.36f, 0.86f), Vector2(0, 1.38f),
+                                        Vector2(-1.36f, 0.86f)};
     put(at, shapes::extrude(front, 1.72f), red, home + Vector3(0, 1.68f, 0));
     planks(at, home + Vector3(0, 0.2f, 0.86f), 3.7f, 1.5f, 9, pal::tone(red, -0.14f));
     // Gambrel roof: two folds a side.
     for (const float side : {-1.0f, 1.0f}) {
-        put(at, bevel_box(Vector3(1.18f, 0.17f, 2.2f), 0.05f), pal::tone(slate, -0.06f), home + Vector3(side * 1.68f, 2.12f, 0), Vector3(0, 0, side * -60));
-        put(at, bevel_box(Vector3(1.60f, 0.17f, 2.25f), 0.05f), pal::tone(slate, 0.08f), home + Vector3(side * 0.70f, 2.86f, 0), Vector3(0, 0, side * -21));
+        put(at, bevel_box(Vector3(1.18f, 0.17f, 2.2f), 0.05f), pal::tone(slate, -0.06f),
+            home + Vector3(side * 1.68f, 2.12f, 0), Vector3(0, 0, side * -60));
+        put(at, bevel_box(Vector3(1.60f, 0.17f, 2.25f), 0.05f), pal::tone(slate, 0.08f),
+            home + Vector3(side * 0.70f, 2.86f, 0), Vector3(0, 0, side * -21));
         put(at, bevel_box(Vector3(0.18f, 1.55f, 0.18f), 0.04f), trim, home + Vector3(side * 1.80f, 0.98f, 0.84f));
-        put(at, bevel_box(Vector3(1.05f, 0.14f, 0.14f), 0.03f), trim, home + Vector3(side * 1.60f, 2.10f, 0.88f), Vector3(0, 0, side * -60));
-        put(at, bevel_box(Vector3(1.46f, 0.14f, 0.14f), 0.03f), trim, home + Vector3(side * 0.68f, 2.78f, 0.88f), Vector3(0, 0, side * -21));
+        put(at, bevel_box(Vector3(1.05f, 0.14f, 0.14f), 0.03f), trim, home + Vector3(side * 1.60f, 2.10f, 0.88f),
+            Vector3(0, 0, side * -60));
+        put(at, bevel_box(Vector3(1.46f, 0.14f, 0.14f), 0.03f), trim, home + Vector3(side * 0.68f, 2.78f, 0.88f),
+            Vector3(0, 0, side * -21));
     }
-    put(at, loft({{-1.15f, 0.16f, 0.13f}, {1.15f, 0.16f, 0.13f}}, 6), pal::tone(slate, 0.2f), home + Vector3(0, 3.15f, 0), Vector3(-90, 0, 0));
+    put(at, loft({{-1.15f, 0.16f, 0.13f}, {1.15f, 0.16f, 0.13f}}, 6), pal::tone(slate, 0.2f),
+        home + Vector3(0, 3.15f, 0), Vector3(-90, 0, 0));
     double_door(at, home + Vector3(0, 0.2f, 0.88f), 1.5f, 1.3f, pal::tone(red, -0.12f), trim);
     window(at, home + Vector3(-1.32f, 1.0f, 0.87f), 0.42f, 0.44f, trim);
     window(at, home + Vector3(1.32f, 1.0f, 0.87f), 0.42f, 0.44f, trim);
@@ -100,7 +128,8 @@ void barn(Node3D *at) {
     put(at, ball(Vector3(0.36f, 0.17f, 0.16f), 7, 3), pal::STRAW, home + Vector3(0, 2.02f, 0.98f));
     // Silo beside the barn.
     put(at, loft({{0, 0.50f, 0.50f}, {2.5f, 0.48f, 0.48f}}, 10), pal::METAL, Vector3(2.25f, 0, -2.15f));
-    put(at, loft({{2.45f, 0.53f, 0.53f}, {2.8f, 0.36f, 0.36f}, {2.98f, 0.0f, 0.0f}}, 10), pal::BLUE, Vector3(2.25f, 0, -2.15f));
+    put(at, loft({{2.45f, 0.53f, 0.53f}, {2.8f, 0.36f, 0.36f}, {2.98f, 0.0f, 0.0f}}, 10), pal::BLUE,
+        Vector3(2.25f, 0, -2.15f));
     for (const float y : {0.7f, 1.5f}) {
         put(at, loft({{y, 0.52f, 0.52f}, {y + 0.13f, 0.52f, 0.52f}}, 10), pal::STONE_DARK, Vector3(2.25f, 0, -2.15f));
     }
@@ -116,11 +145,13 @@ void pond(Node3D *at) {
         const float a = float(i) * 0.419f;
         const float s = rnd(21, i, 0.22f, 0.42f);
         put(at, ball(Vector3(s, s * 0.6f, s * 0.85f), 7, 3), pal::tone(pal::STONE, rnd(22, i, -0.18f, 0.12f)),
-            Vector3(2.55f * std::sin(a), 0.06f, -0.5f + 2.05f * std::cos(a) * (std::cos(a) > 0.75f ? 1.04f : 1.0f)), Vector3(0, float(i) * 40, 0));
+            Vector3(2.55f * std::sin(a), 0.06f, -0.5f + 2.05f * std::cos(a) * (std::cos(a) > 0.75f ? 1.04f : 1.0f)),
+            Vector3(0, float(i) * 40, 0));
     }
     // Jetty to the front and the fisher's hut behind.
     for (int i = 0; i < 5; i++) {
-        put(at, bevel_box(Vector3(1.1f, 0.10f, 0.30f), 0.03f), pal::tone(pal::WOOD_LIGHT, rnd(23, i, -0.08f, 0.08f)), Vector3(0.1f, 0.27f, 1.9f - 0.33f * float(i)), Vector3(0, rnd(24, i, -3, 3), 0));
+        put(at, bevel_box(Vector3(1.1f, 0.10f, 0.30f), 0.03f), pal::tone(pal::WOOD_LIGHT, rnd(23, i, -0.08f, 0.08f)),
+            Vector3(0.1f, 0.27f, 1.9f - 0.33f * float(i)), Vector3(0, rnd(24, i, -3, 3), 0));
     }
     for (const float x : {-0.4f, 0.6f}) {
         put(at, loft({{0, 0.09f, 0.09f}, {0.55f, 0.08f, 0.08f}}, 6), pal::WOOD_DARK, Vector3(x, 0, 0.5f));
@@ -138,7 +169,8 @@ void pond(Node3D *at) {
     }
     for (int i = 0; i < 6; i++) {
         const Vector3 p(1.75f + rnd(27, i, -0.3f, 0.3f), 0, -2.0f + rnd(28, i, -0.3f, 0.3f));
-        put(at, loft({{0, 0.05f, 0.05f}, {rnd(29, i, 0.8f, 1.2f), 0.03f, 0.03f}}, 5), pal::LEAF_DARK, p, Vector3(rnd(30, i, -8, 8), 0, rnd(31, i, -8, 8)));
+        put(at, loft({{0, 0.05f, 0.05f}, {rnd(29, i, 0.8f, 1.2f), 0.03f, 0.03f}}, 5), pal::LEAF_DARK, p,
+            Vector3(rnd(30, i, -8, 8), 0, rnd(31, i, -8, 8)));
         put(at, ball(Vector3(0.08f, 0.20f, 0.08f), 6, 3), pal::BROWN, p + Vector3(0, 0.95f, 0));
     }
 }
@@ -152,7 +184,8 @@ void calf_pen(Node3D *at) {
     }
     put(at, bevel_box(Vector3(4.2f, 1.35f, 0.16f), 0.04f), pal::WOOD_LIGHT, home + Vector3(0, 0.72f, -0.7f));
     for (int i = 0; i < 5; i++) {
-        put(at, bevel_box(Vector3(0.97f, 0.15f, 2.1f), 0.04f), i % 2 ? 0x3f7fb8 : 0x5296cc, home + Vector3(-1.9f + 0.95f * float(i), 1.86f, 0.0f), Vector3(15, 0, 0));
+        put(at, bevel_box(Vector3(0.97f, 0.15f, 2.1f), 0.04f), i % 2 ? 0x3f7fb8 : 0x5296cc,
+            home + Vector3(-1.9f + 0.95f * float(i), 1.86f, 0.0f), Vector3(15, 0, 0));
     }
     put(at, bevel_box(Vector3(3.9f, 0.10f, 1.4f), 0.03f), pal::STRAW, home + Vector3(0, 0.04f, 0));
     hay_bale(at, home + Vector3(-1.3f, 0.06f, -0.2f), 8);
@@ -170,8 +203,16 @@ void hen_house(Node3D *at) {
     planks(at, home + Vector3(0, 0.2f, 0.81f), 3.3f, 1.15f, 8, col(0x8d5030));
     roof(at, home + Vector3(0, 1.35f, 0), 1.75f, 0.98f, 1.8f, col(0x4c9a57));
     for (const float x : {-1.05f, 0.0f, 1.05f}) {
-        put(at, shapes::extrude({Vector2(-0.27f, 0), Vector2(0.27f, 0), Vector2(0.27f, 0.4f), Vector2(0, 0.62f), Vector2(-0.27f, 0.4f)}, 0.16f), pal::CREAM, home + Vector3(x, 0.2f, 0.82f));
-        put(at, shapes::extrude({Vector2(-0.17f, 0), Vector2(0.17f, 0), Vector2(0.17f, 0.34f), Vector2(0, 0.48f), Vector2(-0.17f, 0.34f)}, 0.18f), pal::CHOCOLATE, home + Vector3(x, 0.2f, 0.85f));
+        put(at,
+            shapes::extrude(
+                {Vector2(-0.27f, 0), Vector2(0.27f, 0), Vector2(0.27f, 0.4f), Vector2(0, 0.62f), Vector2(-0.27f, 0.4f)},
+                0.16f),
+            pal::CREAM, home + Vector3(x, 0.2f, 0.82f));
+        put(at,
+            shapes::extrude({Vector2(-0.17f, 0), Vector2(0.17f, 0), Vector2(0.17f, 0.34f), Vector2(0, 0.48f),
+                             Vector2(-0.17f, 0.34f)},
+                            0.18f),
+            pal::CHOCOLATE, home + Vector3(x, 0.2f, 0.85f));
     }
     emblem_board(at, home + Vector3(0, 1.75f, 0.82f), 0.34f, col(pal::YELLOW));
     put(at, ball(Vector3(0.2f, 0.2f, 0.09f), 8, 4), 0xc8703a, home + Vector3(-0.02f, 1.72f, 0.90f));
@@ -192,7 +233,8 @@ void apiary(Node3D *at) {
             put(hive, bevel_box(Vector3(0.14f, 0.3f, 0.5f), 0.03f), pal::WOOD_DARK, Vector3(x, 0.15f, 0));
         }
         for (int box = 0; box < (i % 2 ? 3 : 2); box++) {
-            put(hive, bevel_box(Vector3(0.74f, 0.36f, 0.64f), 0.04f), pal::tone(paints[i], box % 2 ? -0.10f : 0.0f), Vector3(0, 0.46f + 0.37f * float(box), 0));
+            put(hive, bevel_box(Vector3(0.74f, 0.36f, 0.64f), 0.04f), pal::tone(paints[i], box % 2 ? -0.10f : 0.0f),
+                Vector3(0, 0.46f + 0.37f * float(box), 0));
         }
         const float top = i % 2 ? 1.42f : 1.05f;
         put(hive, bevel_box(Vector3(0.90f, 0.15f, 0.80f), 0.05f), pal::WOOD_LIGHT, Vector3(0, top, 0));
@@ -201,7 +243,8 @@ void apiary(Node3D *at) {
     // A straw skep as the landmark.
     for (int i = 0; i < 5; i++) {
         const float r = 0.62f * std::sqrt(1.0f - float(i * i) / 30.0f);
-        put(at, loft({{0, r * 0.94f, r * 0.94f}, {0.1f, r, r}, {0.22f, r * 0.9f, r * 0.9f}}, 10), i % 2 ? pal::STRAW_DARK : pal::STRAW, Vector3(1.9f, 0.05f + 0.21f * float(i), 0.3f));
+        put(at, loft({{0, r * 0.94f, r * 0.94f}, {0.1f, r, r}, {0.22f, r * 0.9f, r * 0.9f}}, 10),
+            i % 2 ? pal::STRAW_DARK : pal::STRAW, Vector3(1.9f, 0.05f + 0.21f * float(i), 0.3f));
     }
     put(at, ball(Vector3(0.2f, 0.2f, 0.12f), 7, 3), pal::CHOCOLATE, Vector3(1.9f, 0.3f, 0.85f));
     flowers(at, Vector3(-1.5f, 0.03f, 0.5f), 1.0f, 14, 3);
@@ -211,20 +254,25 @@ void apiary(Node3D *at) {
 
 void orchard(Node3D *at, uint32_t fruit, uint32_t leaf) {
     trodden(at, col(0x9ccf5f));
-    const Vector3 spots[] = {{-1.9f, 0, -2.0f}, {0.0f, 0, -2.25f}, {1.9f, 0, -1.95f}, {-1.95f, 0, 0.0f}, {1.95f, 0, 0.1f}};
+    const Vector3 spots[] = {
+        {-1.9f, 0, -2.0f}, {0.0f, 0, -2.25f}, {1.9f, 0, -1.95f}, {-1.95f, 0, 0.0f}, {1.95f, 0, 0.1f}};
     for (int i = 0; i < 5; i++) {
-        orchard_tree(at, spots[i], rnd(51, i, 0.95f, 1.15f), pal::tone(col(leaf), rnd(52, i, -0.06f, 0.06f)), col(fruit), 60 + i);
+        orchard_tree(at, spots[i], rnd(51, i, 0.95f, 1.15f), pal::tone(col(leaf), rnd(52, i, -0.06f, 0.06f)),
+                     col(fruit), 60 + i);
     }
     put(at, loft({{0, 0.24f, 0.24f}, {0.34f, 0.34f, 0.34f}}, 9), pal::WOOD_LIGHT, Vector3(-0.4f, 0.04f, -0.7f));
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.14f, 0.14f, 0.14f), 7, 3), fruit, Vector3(-0.4f + 0.17f * std::sin(float(i) * 1.3f), 0.42f, -0.7f + 0.17f * std::cos(float(i) * 1.3f)));
+        put(at, ball(Vector3(0.14f, 0.14f, 0.14f), 7, 3), fruit,
+            Vector3(-0.4f + 0.17f * std::sin(float(i) * 1.3f), 0.42f, -0.7f + 0.17f * std::cos(float(i) * 1.3f)));
     }
     // Ladder against the middle tree.
     for (const float x : {-0.2f, 0.2f}) {
-        put(at, bevel_box(Vector3(0.12f, 1.7f, 0.12f), 0.02f), pal::WOOD_LIGHT, Vector3(0.55f + x, 0.8f, -1.75f), Vector3(-16, 0, 0));
+        put(at, bevel_box(Vector3(0.12f, 1.7f, 0.12f), 0.02f), pal::WOOD_LIGHT, Vector3(0.55f + x, 0.8f, -1.75f),
+            Vector3(-16, 0, 0));
     }
     for (int i = 0; i < 4; i++) {
-        put(at, bevel_box(Vector3(0.5f, 0.12f, 0.12f), 0.02f), pal::WOOD, Vector3(0.55f, 0.3f + 0.36f * float(i), -1.6f - 0.105f * float(i)));
+        put(at, bevel_box(Vector3(0.5f, 0.12f, 0.12f), 0.02f), pal::WOOD,
+            Vector3(0.55f, 0.3f + 0.36f * float(i), -1.6f - 0.105f * float(i)));
     }
     fence_run(at, Vector3(-2.7f, 0, -2.75f), Vector3(2.7f, 0, -2.75f), col(pal::WOOD), 0.5f);
 }
@@ -234,7 +282,8 @@ void sheep_shed(Node3D *at) {
     const Vector3 home(-0.2f, 0, -1.85f);
     put(at, bevel_box(Vector3(3.3f, 1.3f, 1.6f), 0.08f), pal::STONE, home + Vector3(0, 0.65f, 0));
     for (int i = 0; i < 9; i++) {
-        put(at, bevel_box(Vector3(rnd(71, i, 0.3f, 0.5f), 0.22f, 0.14f), 0.05f), pal::tone(pal::STONE, rnd(72, i, -0.16f, 0.14f)),
+        put(at, bevel_box(Vector3(rnd(71, i, 0.3f, 0.5f), 0.22f, 0.14f), 0.05f),
+            pal::tone(pal::STONE, rnd(72, i, -0.16f, 0.14f)),
             home + Vector3(rnd(73, i, -1.45f, 1.45f), rnd(74, i, 0.2f, 1.1f), 0.79f));
     }
     put(at, shapes::gable(3.2f, 0.95f, 1.5f), pal::WOOD_LIGHT, home + Vector3(0, 1.28f, 0));
@@ -243,11 +292,13 @@ void sheep_shed(Node3D *at) {
     put(at, bevel_box(Vector3(1.05f, 0.95f, 0.16f), 0.03f), pal::CHOCOLATE, home + Vector3(0, 0.5f, 0.81f));
     emblem_board(at, home + Vector3(0, 1.68f, 0.78f), 0.34f, col(pal::TEAL));
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.13f, 0.13f, 0.08f), 7, 3), pal::WHITE, home + Vector3(0.13f * std::sin(float(i) * 1.257f), 1.68f + 0.13f * std::cos(float(i) * 1.257f), 0.87f));
+        put(at, ball(Vector3(0.13f, 0.13f, 0.08f), 7, 3), pal::WHITE,
+            home + Vector3(0.13f * std::sin(float(i) * 1.257f), 1.68f + 0.13f * std::cos(float(i) * 1.257f), 0.87f));
     }
     put(at, ball(Vector3(0.10f, 0.13f, 0.08f), 6, 3), 0x4a4148, home + Vector3(0, 1.64f, 0.95f));
     for (int i = 0; i < 3; i++) {
-        put(at, ball(Vector3(0.3f, 0.24f, 0.3f), 8, 4), pal::WHITE, Vector3(2.15f + 0.15f * float(i % 2), 0.2f + 0.25f * float(i == 2), -2.2f + 0.42f * float(i % 2)));
+        put(at, ball(Vector3(0.3f, 0.24f, 0.3f), 8, 4), pal::WHITE,
+            Vector3(2.15f + 0.15f * float(i % 2), 0.2f + 0.25f * float(i == 2), -2.2f + 0.42f * float(i % 2)));
     }
     bush(at, Vector3(-2.3f, 0, -2.3f), 0.55f, col(pal::LEAF_DARK), 6);
 }
@@ -257,10 +308,13 @@ void coffee_farm(Node3D *at) {
     for (int i = 0; i < 8; i++) {
         const Vector3 p(-2.1f + 1.4f * float(i % 4), 0.05f, i < 4 ? -1.15f : 0.15f);
         put(at, loft({{0, 0.10f, 0.10f}, {0.4f, 0.08f, 0.08f}}, 6), pal::WOOD_DARK, p);
-        put(at, loft({{0.25f, 0.36f, 0.36f}, {0.6f, 0.48f, 0.46f}, {0.95f, 0.3f, 0.3f}, {1.15f, 0.0f, 0.0f}}, 8), pal::tone(pal::LEAF_DARK, rnd(81, i, -0.05f, 0.12f)), p, Vector3(0, float(i) * 30, 0));
+        put(at, loft({{0.25f, 0.36f, 0.36f}, {0.6f, 0.48f, 0.46f}, {0.95f, 0.3f, 0.3f}, {1.15f, 0.0f, 0.0f}}, 8),
+            pal::tone(pal::LEAF_DARK, rnd(81, i, -0.05f, 0.12f)), p, Vector3(0, float(i) * 30, 0));
         for (int b = 0; b < 5; b++) {
             const float a = rnd(82 + i, b) * 3.4f - 0.1f;
-            put(at, ball(Vector3(0.12f, 0.12f, 0.12f), 6, 3), b % 3 ? pal::RED : pal::ORANGE, p + Vector3(0.43f * std::cos(a), 0.42f + 0.11f * float(b), 0.43f * std::sin(a)) * (1.0f - 0.05f * float(b)));
+            put(at, ball(Vector3(0.12f, 0.12f, 0.12f), 6, 3), b % 3 ? pal::RED : pal::ORANGE,
+                p + Vector3(0.43f * std::cos(a), 0.42f + 0.11f * float(b), 0.43f * std::sin(a)) *
+                        (1.0f - 0.05f * float(b)));
         }
     }
     const Vector3 home(0.9f, 0.04f, -2.25f);
@@ -269,7 +323,9 @@ void coffee_farm(Node3D *at) {
     window(at, home + Vector3(0.4f, 0.65f, 0.54f), 0.45f, 0.36f, col(pal::CREAM));
     put(at, bevel_box(Vector3(0.5f, 0.8f, 0.13f), 0.03f), pal::CHOCOLATE, home + Vector3(-0.5f, 0.45f, 0.54f));
     for (int i = 0; i < 3; i++) {
-        put(at, loft({{0, 0.24f, 0.2f}, {0.1f, 0.30f, 0.26f}, {0.5f, 0.24f, 0.2f}, {0.58f, 0.12f, 0.1f}}, 8, 0.4f), 0xc9a06a, Vector3(-1.9f + 0.55f * float(i), 0.05f, -2.3f + 0.12f * float(i % 2)), Vector3(0, float(i) * 25, 0));
+        put(at, loft({{0, 0.24f, 0.2f}, {0.1f, 0.30f, 0.26f}, {0.5f, 0.24f, 0.2f}, {0.58f, 0.12f, 0.1f}}, 8, 0.4f),
+            0xc9a06a, Vector3(-1.9f + 0.55f * float(i), 0.05f, -2.3f + 0.12f * float(i % 2)),
+            Vector3(0, float(i) * 25, 0));
     }
 }
 
@@ -280,10 +336,16 @@ Node3D *build(const String &product) {
         const char *product;
         void (*build)(Node3D *);
     };
-    static const Row rows[] = {{"egg", coop}, {"milk", barn}, {"fish", pond}, {"calf", calf_pen}, {"hen", hen_house}, {"honey", apiary},
+    static const Row rows[] = {{"egg", coop},
+                               {"milk", barn},
+                               {"fish", pond},
+                               {"calf", calf_pen},
+                               {"hen", hen_house},
+                               {"honey", apiary},
                                {"apple", [](Node3D *at) { orchard(at, pal::RED, pal::LEAF); }},
                                {"orange", [](Node3D *at) { orchard(at, pal::ORANGE, pal::LEAF_DARK); }},
-                               {"wool", sheep_shed}, {"bean", coffee_farm}};
+                               {"wool", sheep_shed},
+                               {"bean", coffee_farm}};
     Node3D *root = memnew(Node3D);
     for (const Row &row : rows) {
         if (product == String(row.product)) {

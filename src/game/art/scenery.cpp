@@ -38,17 +38,22 @@ Node3D *region_fence(float length) {
     for (int i = 0; i <= spans; i++) {
         const float z = -length / 2 + pitch * float(i);
         const float tall = rnd(201, i, 1.0f, 1.12f);
-        put(at, loft({{0, 0.15f, 0.15f}, {tall, 0.13f, 0.13f}}, 8, 0.8f), pal::tone(pal::WOOD, rnd(202, i, -0.1f, 0.06f)), Vector3(0, 0, z), Vector3(0, rnd(203, i, -8, 8), 0));
-        put(at, loft({{0, 0.19f, 0.19f}, {0.09f, 0.19f, 0.19f}, {0.2f, 0.0f, 0.0f}}, 8, 0.8f), pal::WHITE, Vector3(0, tall, z));
+        put(at, loft({{0, 0.15f, 0.15f}, {tall, 0.13f, 0.13f}}, 8, 0.8f),
+            pal::tone(pal::WOOD, rnd(202, i, -0.1f, 0.06f)), Vector3(0, 0, z), Vector3(0, rnd(203, i, -8, 8), 0));
+        put(at, loft({{0, 0.19f, 0.19f}, {0.09f, 0.19f, 0.19f}, {0.2f, 0.0f, 0.0f}}, 8, 0.8f), pal::WHITE,
+            Vector3(0, tall, z));
         if (i == spans) {
             break;
         }
         for (int rail = 0; rail < 3; rail++) {
-            put(at, bevel_box(Vector3(0.10f, 0.16f, pitch + 0.1f), 0.03f), pal::tone(pal::WOOD_LIGHT, rnd(204 + rail, i, -0.08f, 0.10f)),
-                Vector3(0.02f * float(rail % 2), 0.24f + 0.30f * float(rail), z + pitch / 2), Vector3(rnd(208 + rail, i, -1.2f, 1.2f), 0, 0));
+            put(at, bevel_box(Vector3(0.10f, 0.16f, pitch + 0.1f), 0.03f),
+                pal::tone(pal::WOOD_LIGHT, rnd(204 + rail, i, -0.08f, 0.10f)),
+                Vector3(0.02f * float(rail % 2), 0.24f + 0.30f * float(rail), z + pitch / 2),
+                Vector3(rnd(208 + rail, i, -1.2f, 1.2f), 0, 0));
         }
         if (i % 4 == 2) {
-            house_parts::bush(at, Vector3(rnd(211, i, -0.3f, 0.3f), 0, z + pitch / 2), rnd(212, i, 0.35f, 0.5f), col(i % 8 == 2 ? pal::LEAF : pal::LEAF_DARK), i);
+            house_parts::bush(at, Vector3(rnd(211, i, -0.3f, 0.3f), 0, z + pitch / 2), rnd(212, i, 0.35f, 0.5f),
+                              col(i % 8 == 2 ? pal::LEAF : pal::LEAF_DARK), i);
         }
     }
     return at;
@@ -58,13 +63,16 @@ Node3D *bench_tree() {
     Node3D *at = memnew(Node3D);
     for (const float x : {-0.75f, 0.75f}) {
         put(at, bevel_box(Vector3(0.14f, 0.46f, 0.5f), 0.03f), pal::STONE_DARK, Vector3(x, 0.23f, 0));
-        put(at, bevel_box(Vector3(0.14f, 0.95f, 0.12f), 0.03f), pal::STONE_DARK, Vector3(x, 0.55f, -0.26f), Vector3(10, 0, 0));
+        put(at, bevel_box(Vector3(0.14f, 0.95f, 0.12f), 0.03f), pal::STONE_DARK, Vector3(x, 0.55f, -0.26f),
+            Vector3(10, 0, 0));
     }
     for (int i = 0; i < 3; i++) {
-        put(at, bevel_box(Vector3(1.9f, 0.08f, 0.16f), 0.03f), pal::tone(pal::WOOD_LIGHT, rnd(221, i, -0.06f, 0.06f)), Vector3(0, 0.48f, -0.16f + 0.18f * float(i)));
+        put(at, bevel_box(Vector3(1.9f, 0.08f, 0.16f), 0.03f), pal::tone(pal::WOOD_LIGHT, rnd(221, i, -0.06f, 0.06f)),
+            Vector3(0, 0.48f, -0.16f + 0.18f * float(i)));
     }
     for (int i = 0; i < 2; i++) {
-        put(at, bevel_box(Vector3(1.9f, 0.17f, 0.08f), 0.03f), pal::WOOD, Vector3(0, 0.72f + 0.22f * float(i), -0.26f + 0.035f * float(i)), Vector3(10, 0, 0));
+        put(at, bevel_box(Vector3(1.9f, 0.17f, 0.08f), 0.03f), pal::WOOD,
+            Vector3(0, 0.72f + 0.22f * float(i), -0.26f + 0.035f * float(i)), Vector3(10, 0, 0));
     }
     return at;
 }
@@ -72,10 +80,12 @@ Node3D *bench_tree() {
 Node3D *sign_tree() {
     Node3D *at = memnew(Node3D);
     for (const float x : {-1.2f, 1.2f}) {
-        put(at, loft({{0, 0.12f, 0.12f}, {1.75f, 0.09f, 0.09f}, {1.86f, 0, 0}}, 7, 0.5f), pal::WOOD_DARK, Vector3(x, 0, 0));
+        put(at, loft({{0, 0.12f, 0.12f}, {1.75f, 0.09f, 0.09f}, {1.86f, 0, 0}}, 7, 0.5f), pal::WOOD_DARK,
+            Vector3(x, 0, 0));
         house_parts::bush(at, Vector3(x * 1.05f, 0, 0.15f), 0.3f, col(pal::LEAF), int(x * 10));
     }
-    put(at, bevel_box(Vector3(2.9f, 0.82f, 0.16f), 0.06f), pal::WOOD_LIGHT, Vector3(0, 1.15f, 0.05f), Vector3(-32, 0, 0));
+    put(at, bevel_box(Vector3(2.9f, 0.82f, 0.16f), 0.06f), pal::WOOD_LIGHT, Vector3(0, 1.15f, 0.05f),
+        Vector3(-32, 0, 0));
     put(at, bevel_box(Vector3(2.65f, 0.58f, 0.18f), 0.05f), pal::WOOD, Vector3(0, 1.16f, 0.065f), Vector3(-32, 0, 0));
     house_parts::flowers(at, Vector3(0, 0, 0.3f), 0.9f, 8, 9);
     return at;
@@ -88,13 +98,17 @@ Node3D *path_tree(const Vector2 &size) {
     for (int i = 0; i < steps; i++) {
         const float z = -size.y / 2 + size.y * (float(i) + 0.5f) / float(steps);
         const float wide = size.x * rnd(231, i, 0.44f, 0.54f);
-        put(at, loft({{-0.012f, wide, size.y / float(steps) * 0.85f}, {0.0f, wide * 0.94f, size.y / float(steps) * 0.8f}}, 9), pal::tone(0xcfae78, rnd(232, i, -0.04f, 0.05f)),
+        put(at,
+            loft({{-0.012f, wide, size.y / float(steps) * 0.85f}, {0.0f, wide * 0.94f, size.y / float(steps) * 0.8f}},
+                 9),
+            pal::tone(0xcfae78, rnd(232, i, -0.04f, 0.05f)),
             Vector3(rnd(233, i, -0.08f, 0.08f), 0.004f * float(i % 3), z), Vector3(0, rnd(234, i, 0, 40), 0));
     }
     for (int i = 0; i < steps * 2; i++) {
         const float z = -size.y / 2 + size.y * rnd(235, i);
         const float r = rnd(236, i, 0.16f, 0.3f);
-        put(at, loft({{0, r, r * 0.8f}, {0.025f, r * 0.85f, r * 0.68f}}, 7), pal::tone(0xe3cfa5, rnd(237, i, -0.06f, 0.08f)), Vector3(size.x * rnd(238, i, -0.33f, 0.33f), 0.006f, z),
+        put(at, loft({{0, r, r * 0.8f}, {0.025f, r * 0.85f, r * 0.68f}}, 7),
+            pal::tone(0xe3cfa5, rnd(237, i, -0.06f, 0.08f)), Vector3(size.x * rnd(238, i, -0.33f, 0.33f), 0.006f, z),
             Vector3(0, rnd(239, i, 0, 90), 0));
     }
     return at;
@@ -104,7 +118,8 @@ Node3D *plate_tree(const Vector2 &size) {
     Node3D *at = memnew(Node3D);
     const float x = size.x / 2, z = size.y / 2, w = 0.11f;
     const Color line = col(pal::WHITE);
-    put(at, bevel_box(Vector3(size.x - w, 0.02f, size.y - w), 0.008f), pal::tone(pal::GRASS_DEEP, -0.10f), Vector3(0, 0.008f, 0));
+    put(at, bevel_box(Vector3(size.x - w, 0.02f, size.y - w), 0.008f), pal::tone(pal::GRASS_DEEP, -0.10f),
+        Vector3(0, 0.008f, 0));
     for (const float side : {-1.0f, 1.0f}) {
         put(at, bevel_box(Vector3(size.x, 0.03f, w), 0.012f), line, Vector3(0, 0.014f, side * z));
         put(at, bevel_box(Vector3(w, 0.03f, size.y), 0.012f), line, Vector3(side * x, 0.014f, 0));
@@ -126,7 +141,8 @@ Node3D *pole_tree() {
     Node3D *at = memnew(Node3D);
     put(at, loft({{0, 0.08f, 0.08f}, {1.7f, 0.06f, 0.06f}}, 6), pal::WOOD_DARK, Vector3());
     put(at, bevel_box(Vector3(0.9f, 0.5f, 0.1f), 0.05f), pal::INK, Vector3(0, 1.75f, 0.05f), Vector3(-25, 0, 0));
-    put(at, bevel_box(Vector3(1.0f, 0.6f, 0.07f), 0.05f), pal::WOOD_LIGHT, Vector3(0, 1.75f, 0.02f), Vector3(-25, 0, 0));
+    put(at, bevel_box(Vector3(1.0f, 0.6f, 0.07f), 0.05f), pal::WOOD_LIGHT, Vector3(0, 1.75f, 0.02f),
+        Vector3(-25, 0, 0));
     return at;
 }
 
@@ -134,7 +150,9 @@ Node3D *stone_tree(int variant) {
     Node3D *at = memnew(Node3D);
     for (int i = 0; i <= variant % 3; i++) {
         const float r = rnd(241 + variant, i, 0.16f, 0.30f);
-        put(at, ball(Vector3(r, r * 0.62f, r * 0.85f), 7, 3), pal::tone(pal::STONE, rnd(242 + variant, i, -0.14f, 0.10f)), Vector3(0.3f * float(i), r * 0.22f, 0.14f * float(i % 2)), Vector3(0, rnd(243, i + variant, 0, 180), 8));
+        put(at, ball(Vector3(r, r * 0.62f, r * 0.85f), 7, 3),
+            pal::tone(pal::STONE, rnd(242 + variant, i, -0.14f, 0.10f)),
+            Vector3(0.3f * float(i), r * 0.22f, 0.14f * float(i % 2)), Vector3(0, rnd(243, i + variant, 0, 180), 8));
     }
     return at;
 }
@@ -142,15 +160,18 @@ Node3D *stone_tree(int variant) {
 } // namespace
 
 Node3D *Scenery::fence(float length) {
-    return Models::bake(String("fence_") + String::num_int64(int64_t(std::lround(length * 10))), Models::builder([length]() { return region_fence(length); }));
+    return Models::bake(String("fence_") + String::num_int64(int64_t(std::lround(length * 10))),
+                        Models::builder([length]() { return region_fence(length); }));
 }
 
 Node3D *Scenery::rail_fence(float length) {
-    return Models::bake(String("rail_") + String::num_int64(int64_t(std::lround(length * 10))), Models::builder([length]() {
-        Node3D *at = memnew(Node3D);
-        house_parts::fence_run(at, Vector3(-length / 2, 0, 0), Vector3(length / 2, 0, 0), col(pal::WOOD_LIGHT), 0.6f);
-        return at;
-    }));
+    return Models::bake(String("rail_") + String::num_int64(int64_t(std::lround(length * 10))),
+                        Models::builder([length]() {
+                            Node3D *at = memnew(Node3D);
+                            house_parts::fence_run(at, Vector3(-length / 2, 0, 0), Vector3(length / 2, 0, 0),
+                                                   col(pal::WOOD_LIGHT), 0.6f);
+                            return at;
+                        }));
 }
 
 Node3D *Scenery::cover(const String &title, float x) {
@@ -190,7 +211,8 @@ Node3D *Scenery::path_strip(const Vector2 &size) {
 
 Node3D *Scenery::zone_plate(const Vector2 &size, const String &text) {
     Node3D *node = memnew(Node3D);
-    const String key = vformat("zone_plate_%dx%d", int64_t(std::lround(size.x * 10)), int64_t(std::lround(size.y * 10)));
+    const String key =
+        vformat("zone_plate_%dx%d", int64_t(std::lround(size.x * 10)), int64_t(std::lround(size.y * 10)));
     node->add_child(Models::bake(key, Models::builder([size]() { return plate_tree(size); }), false));
     if (!text.is_empty()) {
         Models::label3d(text, 46, Color(1, 1, 1), Vector3(0, 0.05f, size.y / 2 - 0.34f), node, false, 14);
@@ -207,18 +229,21 @@ Node3D *Scenery::price_pole() {
 }
 
 Node3D *Scenery::blob_shadow(float radius) {
-    MeshInstance3D *node = Models::bake("blob_shadow", Models::builder([]() {
-        Node3D *at = memnew(Node3D);
-        put(at, loft({{0.0f, 1.0f, 1.0f}, {0.006f, 0.9f, 0.9f}}, 14), pal::INK, Vector3());
-        return at;
-    }), false);
+    MeshInstance3D *node =
+        Models::bake("blob_shadow", Models::builder([]() {
+                         Node3D *at = memnew(Node3D);
+                         put(at, loft({{0.0f, 1.0f, 1.0f}, {0.006f, 0.9f, 0.9f}}, 14), pal::INK, Vector3());
+                         return at;
+                     }),
+                     false);
     node->set_material_override(Models::color_material(Color(0.10f, 0.12f, 0.18f, 0.22f), 1.0f, true));
     node->set_scale(Vector3(radius, 1, radius));
     return node;
 }
 
 Node3D *Scenery::stone(int variant) {
-    return Models::bake(String("stone_") + String::num_int64(variant % 3), Models::builder([variant]() { return stone_tree(variant % 3); }), false);
+    return Models::bake(String("stone_") + String::num_int64(variant % 3),
+                        Models::builder([variant]() { return stone_tree(variant % 3); }), false);
 }
 
 } // namespace tilm

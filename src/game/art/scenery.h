@@ -2,8 +2,8 @@
 // What stands round the farm: ground, light, sky, fences, covers, signs, paths, plates, hills. Plain static functions;
 // each adds to `parent` and returns its node, or returns a loose node when it takes no parent.
 
-#include <godot_cpp/classes/environment.hpp>
 #include <godot_cpp/classes/directional_light3d.hpp>
+#include <godot_cpp/classes/environment.hpp>
 #include <godot_cpp/classes/node3d.hpp>
 #include <godot_cpp/classes/shader_material.hpp>
 #include <godot_cpp/variant/color.hpp>

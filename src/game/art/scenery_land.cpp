@@ -19,6 +19,7 @@
 #include "game/art/models.h"
 #include "game/art/scenery.h"
 #include "game/art/shapes.h"
+#include "game/data/farm_data.h"
 #include "names.h"
 
 namespace tilm {
@@ -67,30 +68,32 @@ Transform3D place(const Vector3 &at, float yaw, float scale) {
 
 Ref<Mesh> tuft_mesh() {
     return Models::baked_mesh("grass_tuft", Models::builder([]() {
-        Node3D *at = memnew(Node3D);
-        for (int i = 0; i < 7; i++) {
-            const float tall = rnd(301, i, 0.20f, 0.38f), out = rnd(302, i, 0.05f, 0.17f);
-            put(at, loft({{0, 0.055f, 0.025f}, {tall * 0.55f, 0.045f, 0.018f, 0, out * 0.5f}, {tall, 0.0f, 0.0f, 0, out}}, 3),
-                pal::tone(i % 2 ? 0x4f9a3a : 0x64b146, rnd(304, i, -0.06f, 0.10f)), Vector3(rnd(305, i, -0.10f, 0.10f), 0, rnd(306, i, -0.08f, 0.08f)),
-                Vector3(0, 51.0f * float(i), 0));
-        }
-        return at;
-    }));
+                                  Node3D *at = memnew(Node3D);
+                                  for (int i = 0; i < 7; i++) {
+                                      put(at,
+                                          shapes::blade(0.10f, rnd(301, i, 0.20f, 0.38f), rnd(302, i, 0.05f, 0.17f)),
+                                          pal::tone(i % 2 ? 0x4f9a3a : 0x64b146, rnd(304, i, -0.06f, 0.10f)),
+                                          Vector3(rnd(305, i, -0.10f, 0.10f), 0, rnd(306, i, -0.08f, 0.08f)),
+                                          Vector3(0, 51.0f * float(i), 0));
+                                  }
+                                  return at;
+                              }));
 }
 
 Ref<Mesh> flower_mesh() {
-    return Models::baked_mesh("meadow_flowers", Models::builder([]() {
-        Node3D *at = memnew(Node3D);
-        const uint32_t paints[] = {pal::WHITE, pal::YELLOW, pal::PINK};
-        for (int i = 0; i < 3; i++) {
-            const Vector3 foot(rnd(311, i, -0.24f, 0.24f), 0, rnd(312, i, -0.2f, 0.2f));
-            const float tall = rnd(313, i, 0.14f, 0.24f);
-            put(at, loft({{0, 0.02f, 0.02f}, {tall, 0.012f, 0.012f}}, 3), pal::LEAF, foot);
-            put(at, ball(Vector3(0.075f, 0.035f, 0.075f), 6, 2), paints[i], foot + Vector3(0, tall, 0));
-            put(at, ball(Vector3(0.03f, 0.03f, 0.03f), 5, 2), pal::ORANGE, foot + Vector3(0, tall + 0.03f, 0));
-        }
-        return at;
-    }));
+    return Models::baked_mesh(
+        "meadow_flowers", Models::builder([]() {
+            Node3D *at = memnew(Node3D);
+            const uint32_t paints[] = {pal::WHITE, pal::YELLOW, pal::PINK};
+            for (int i = 0; i < 3; i++) {
+                const Vector3 foot(rnd(311, i, -0.24f, 0.24f), 0, rnd(312, i, -0.2f, 0.2f));
+                const float tall = rnd(313, i, 0.14f, 0.24f);
+                put(at, shapes::blade(0.06f, tall * 1.1f, 0.02f), pal::LEAF, foot);
+                put(at, ball(Vector3(0.075f, 0.035f, 0.075f), 6, 2), paints[i], foot + Vector3(0, tall, 0));
+                put(at, ball(Vector3(0.03f, 0.03f, 0.03f), 5, 2), pal::ORANGE, foot + Vector3(0, tall + 0.03f, 0));
+            }
+            return at;
+        }));
 }
 
 Ref<Mesh> stone_mesh() {
@@ -107,58 +110,92 @@ Ref<Mesh> tree_mesh(float v) {
     return mesh;
 }
 
-// Grass keeps off the walkways and off the rows where houses, tiles and stalls stand.
-bool free_ground(float z) {
-    const bool walkway = std::fabs(z - 1.2f) < 1.7f || std::fabs(z - 14.35f) < 2.1f;
-    const bool houses = z > -11.4f && z < -3.6f;
-    const bool stalls = z > 3.4f && z < 7.0f;
-    return !walkway && !houses && !stalls;
+// Where the plan puts something on the ground of one chunk: rectangles that grass keeps off.
+std::vector<Rect2> taken_ground(float x0) {
+    std::vector<Rect2> taken;
+    const auto take = [&taken, x0](const Rect2 &area) {
+        if (area.position.x < x0 + CHUNK && area.position.x + area.size.x > x0) {
+            taken.push_back(area);
+        }
+    };
+    const Array plan = FarmData::plan();
+    for (int64_t i = 0; i < plan.size(); i++) {
+        const Dictionary entry = plan[i];
+        for (const char *key : {"pos", "pad", "pallet"}) {
+            const Vector2 at = entry.get(key, Vector2(0, 1000));
+            const bool building = String(entry.get("kind", "")) == String("producer") && key[1] == 'o';
+            const Vector2 half = building ? Vector2(3.2f, 4.2f) : Vector2(1.75f, 1.75f);
+            take(Rect2(at - half, half * 2));
+        }
+        take(entry.get("rect", Rect2(0, 1000, 0, 0)));
+    }
+    return taken;
 }
 
-std::vector<Transform3D> scatter(int seed, float x0, int count, float z0, float z1, float low, float high, bool keep_off) {
+// Grass keeps off the walkways and off whatever the plan puts down.
+bool free_ground(const std::vector<Rect2> &taken, float x, float z) {
+    if (std::fabs(z - 1.2f) < 1.7f || std::fabs(z - 14.35f) < 2.1f) {
+        return false;
+    }
+    for (const Rect2 &area : taken) {
+        if (area.has_point(Vector2(x, z))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::vector<Transform3D> scatter(const std::vector<Rect2> &taken, int seed, float x0, int count, float low,
+                                 float high) {
     std::vector<Transform3D> out;
     for (int i = 0; i < count; i++) {
-        const float x = x0 + CHUNK * rnd(seed, i), z = rnd(seed + 1, i, z0, z1);
-        if (!keep_off || free_ground(z)) {
+        const float x = x0 + CHUNK * rnd(seed, i), z = rnd(seed + 1, i, -34, 26);
+        if (free_ground(taken, x, z)) {
             out.push_back(place(Vector3(x, 0, z), rnd(seed + 2, i) * 6.283f, rnd(seed + 3, i, low, high)));
         }
     }
     return out;
 }
 
-// A dense hedge of trees along the back, thinner woods behind it, a few lone ones far in front.
+// A dense hedge of trees along the back, thinner woods behind it.
 void plant_trees(Node3D *land, int chunk, float x0) {
     const Spread kinds[] = {{"Trees", tree_mesh(0.1f), Models::tree_material()},
                             {"Pines", tree_mesh(0.7f), Models::tree_material()},
                             {"Birches", tree_mesh(0.9f), Models::tree_material()}};
     std::vector<Transform3D> rows[3];
-    for (int i = 0; i < 46; i++) {
-        const int seed = 400 + chunk;
+    constexpr int COUNT = 46;
+    const int seed = 400 + 10 * chunk;
+    for (int i = 0; i < COUNT; i++) {
         const float depth = rnd(seed, i);
-        const bool front = i % 23 == 0;
-        const float z = front ? rnd(seed + 50, i, 20, 30) : -35.2f - depth * depth * 16.0f;
-        const float x = x0 + CHUNK * (float(i % 23) + rnd(seed + 100, i)) / 23.0f;
-        const float pick = rnd(seed + 150, i);
-        const size_t kind = pick < 0.45f ? 0 : pick < 0.8f ? 1 : 2;
-        rows[kind].push_back(place(Vector3(x, -0.05f, z), rnd(seed + 200, i) * 6.283f, rnd(seed + 250, i, 0.95f, 1.45f) + depth * 0.3f));
+        const float x = x0 + CHUNK * (float(i % (COUNT / 2)) + rnd(seed + 1, i)) / float(COUNT / 2);
+        const float pick = rnd(seed + 2, i);
+        rows[pick < 0.45f  ? 0
+             : pick < 0.8f ? 1
+                           : 2]
+            .push_back(place(Vector3(x, -0.05f, -35.2f - depth * depth * 16.0f), rnd(seed + 3, i) * 6.283f,
+                             rnd(seed + 4, i, 0.95f, 1.45f) + depth * 0.3f));
     }
-    const AABB box(Vector3(x0 - 3, -1, -56), Vector3(CHUNK + 6, 8, 90));
+    const AABB box(Vector3(x0 - 3, -1, -56), Vector3(CHUNK + 6, 8, 24));
     for (size_t k = 0; k < 3; k++) {
         add_batch(land, kinds[k], rows[k], box);
     }
 }
 
 void raise_hills(Node3D *land) {
-    MeshInstance3D *hills = Models::bake("hills", Models::builder([]() {
-        Node3D *at = memnew(Node3D);
-        for (int i = 0; i < 30; i++) {
-            const float r = rnd(501, i, 16, 34);
-            const float far = i % 2 ? -78.0f : -62.0f;
-            put(at, ball(Vector3(r, r * rnd(502, i, 0.28f, 0.42f), r * 0.7f), 11, 4), pal::tone(i % 2 ? 0x86b98d : 0x7fb55c, rnd(503, i, -0.05f, 0.08f)),
-                Vector3(LEFT - 30 + 24.0f * float(i) + rnd(504, i, -6, 6), -1.5f, far - r * 0.3f), Vector3(0, rnd(505, i, 0, 40), 0));
-        }
-        return at;
-    }), false);
+    MeshInstance3D *hills =
+        Models::bake("hills", Models::builder([]() {
+                         Node3D *at = memnew(Node3D);
+                         for (int i = 0; i < 30; i++) {
+                             const float r = rnd(501, i, 16, 34);
+                             const float far = i % 2 ? -78.0f : -62.0f;
+                             put(at, ball(Vector3(r, r * rnd(502, i, 0.28f, 0.42f), r * 0.7f), 11, 4),
+                                 pal::tone(i % 2 ? 0x86b98d : 0x7fb55c, rnd(503, i, -0.05f, 0.08f)),
+                                 Vector3(LEFT - 30 + 24.0f * float(i) + rnd(504, i, -6, 6), -1.5f, far - r * 0.3f),
+                                 Vector3(0, rnd(505, i, 0, 40), 0));
+                         }
+                         return at;
+                     }),
+                     false);
     hills->set_name("Hills");
     land->add_child(hills);
 }
@@ -173,7 +210,7 @@ Node3D *Scenery::light(Node *parent) {
     sun->set_rotation_degrees(Vector3(-50, -40, 0));
     sun->set_color(Color(1.0f, 0.95f, 0.80f));
     sun->set_param(Light3D::PARAM_SHADOW_OPACITY, 0.9f);
-    sun->set_param(Light3D::PARAM_SHADOW_MAX_DISTANCE, 40);
+    sun->set_param(Light3D::PARAM_SHADOW_MAX_DISTANCE, 32);
     sun->set_shadow_mode(DirectionalLight3D::SHADOW_ORTHOGONAL);
     sky_root->add_child(sun);
 
@@ -255,9 +292,10 @@ Node3D *Scenery::ground(Node *parent) {
     int chunk = 0;
     for (float x = LEFT; x < RIGHT; x += CHUNK, chunk++) {
         const AABB box(Vector3(x - 1, -1, -35), Vector3(CHUNK + 2, 3, 64));
-        add_batch(land, tufts, scatter(1000 + 40 * chunk, x, 620, -34, 26, 0.6f, 1.25f, true), box);
-        add_batch(land, blooms, scatter(1010 + 40 * chunk, x, 110, -34, 26, 0.8f, 1.3f, true), box);
-        add_batch(land, stones, scatter(1020 + 40 * chunk, x, 26, -34, 26, 0.5f, 1.1f, true), box);
+        const std::vector<Rect2> taken = taken_ground(x);
+        add_batch(land, tufts, scatter(taken, 1000 + 40 * chunk, x, 620, 0.6f, 1.25f), box);
+        add_batch(land, blooms, scatter(taken, 1010 + 40 * chunk, x, 110, 0.8f, 1.3f), box);
+        add_batch(land, stones, scatter(taken, 1020 + 40 * chunk, x, 26, 0.5f, 1.1f), box);
         plant_trees(land, chunk, x);
     }
     raise_hills(land);

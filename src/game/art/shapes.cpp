@@ -223,6 +223,17 @@ Ref<ArrayMesh> arc(float radius, float thick, float width, float angle, int step
     return extrude(points, width);
 }
 
+Ref<ArrayMesh> blade(float width, float rise, float reach) {
+    Skin skin;
+    const int left = skin.vertex(Vector3(-width * 0.5f, 0, 0)), right = skin.vertex(Vector3(width * 0.5f, 0, 0));
+    const float middle = reach * 0.4f;
+    const int high_left = skin.vertex(Vector3(-width * 0.42f, rise * 0.6f, middle));
+    const int high_right = skin.vertex(Vector3(width * 0.42f, rise * 0.6f, middle));
+    skin.quad(left, right, high_right, high_left);
+    skin.triangle(high_left, high_right, skin.vertex(Vector3(0, rise, reach)));
+    return skin.mesh();
+}
+
 MeshInstance3D *put(Node *parent, const Ref<Mesh> &mesh, const Color &color, const Vector3 &pos, const Vector3 &turn,
                     const Vector3 &scale) {
     MeshInstance3D *node = Models::mesh_instance(mesh, color, pos, parent);

@@ -37,6 +37,9 @@ Ref<ArrayMesh> extrude(const std::vector<Vector2> &outline, float depth);
 // Bent slab with `steps` folds: an arc of `angle` radians about the x axis, `radius`, `width` (x), `thick`.
 Ref<ArrayMesh> arc(float radius, float thick, float width, float angle, int steps);
 
+// A single bent leaf of three triangles, seen from both sides only with culling off: `rise` up, `reach` to +z.
+Ref<ArrayMesh> blade(float width, float rise, float reach);
+
 // Places a mesh: one coloured node below `parent`. Turns in degrees.
 MeshInstance3D *put(Node *parent, const Ref<Mesh> &mesh, const Color &color, const Vector3 &pos,
                     const Vector3 &turn = Vector3(), const Vector3 &scale = Vector3(1, 1, 1));

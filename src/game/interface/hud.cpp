@@ -124,6 +124,7 @@ void Hud::_ready() {
     panels = std::make_unique<PanelHost>(root);
     toasts = std::make_unique<ToastLane>(root);
     panels->on_closed = [this] {
+        toasts->make_way(false);
         if (paused_by_panel) {
             paused_by_panel = false;
             if (is_inside_tree()) {
@@ -133,6 +134,7 @@ void Hud::_ready() {
     };
     root->connect(TM_NAME("resized"), Callable(this, TM_NAME("_relayout")));
     _relayout();
+    show_hint(true);
 }
 
 void Hud::_notification(int what) {
@@ -163,9 +165,10 @@ void Hud::_process(double delta) {
     toasts->step(delta);
     frame->step(delta);
     if (frame->hint_shown()) {
-        const bool keys = Input::get_singleton()
-                              ->get_vector(TM_NAME("ui_left"), TM_NAME("ui_right"), TM_NAME("ui_up"), TM_NAME("ui_down"))
-                              .length() > 0.1;
+        const bool keys =
+            Input::get_singleton()
+                ->get_vector(TM_NAME("ui_left"), TM_NAME("ui_right"), TM_NAME("ui_up"), TM_NAME("ui_down"))
+                .length() > 0.1;
         if (keys || stick->vector().length() > 0.1) {
             set_setting("moved", true);
             frame->show_hint(false);
@@ -209,6 +212,7 @@ void Hud::_open_panel(const String &title, const Array &tabs, const String &tab,
     stick->release();
     refresh_pending = false;
     panels->open(title, tabs, tab, on_tab, fill);
+    toasts->make_way(true);
 }
 
 void Hud::close_panel() {

@@ -63,7 +63,7 @@ public:
     void set_level_line(int level, int percent);
     void set_mood(double mood); // mean happiness, 0 .. 1; negative hides the chip
     void set_next_goal(const String &text, int64_t have, int64_t need); // empty text hides the strip
-    void show_hint(bool on);    // "DRAG TO MOVE"; ends for good once the player has walked
+    void show_hint(bool on); // "DRAG TO MOVE"; ends for good once the player has walked
     Joystick *joystick() const { return stick; }
 
     // Side buttons: a system that exists offers its panel under FRIENDS, BOOST, STYLE, DECOR or GOALS.

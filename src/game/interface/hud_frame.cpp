@@ -186,14 +186,14 @@ void HudFrame::build_hint(Control *root) {
     hint_hand->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     Control *hand = hint_hand;
     hand->connect(TM_NAME("draw"), UI::callback(hand, [this, hand] {
-        const Vector2 center = hand->get_size() * 0.5f;
-        const float a = static_cast<float>(time) * 2.4f;
-        const Vector2 tip = center + Vector2(std::cos(a) * 44.0f, std::sin(a) * 26.0f);
-        hand->draw_circle(center, 54.0f, Color(0.08f, 0.10f, 0.18f, 0.30f));
-        hand->draw_arc(center, 54.0f, 0.0f, 6.2832f, 40, Color(1, 1, 1, 0.75f), 5.0f, true);
-        hand->draw_circle(tip + Vector2(0, 3), 25.0f, Color(0, 0, 0, 0.3f));
-        hand->draw_circle(tip, 25.0f, Color(1, 1, 1, 0.95f));
-    }));
+                      const Vector2 center = hand->get_size() * 0.5f;
+                      const float a = static_cast<float>(time) * 2.4f;
+                      const Vector2 tip = center + Vector2(std::cos(a) * 44.0f, std::sin(a) * 26.0f);
+                      hand->draw_circle(center, 54.0f, Color(0.08f, 0.10f, 0.18f, 0.30f));
+                      hand->draw_arc(center, 54.0f, 0.0f, 6.2832f, 40, Color(1, 1, 1, 0.75f), 5.0f, true);
+                      hand->draw_circle(tip + Vector2(0, 3), 25.0f, Color(0, 0, 0, 0.3f));
+                      hand->draw_circle(tip, 25.0f, Color(1, 1, 1, 0.95f));
+                  }));
     box->add_child(hint_hand);
     box->add_child(UI::label("DRAG TO MOVE", 40, UI::hex("ffffff")));
     hint->set_visible(false);
@@ -243,7 +243,8 @@ void HudFrame::set_level_line(int level_, int percent_) {
 }
 
 void HudFrame::set_mood(double mood) {
-    const int shown = std::isfinite(mood) && mood >= 0.0 ? static_cast<int>(std::lround(std::min(mood, 1.0) * 100.0)) : -1;
+    const int shown =
+        std::isfinite(mood) && mood >= 0.0 ? static_cast<int>(std::lround(std::min(mood, 1.0) * 100.0)) : -1;
     if (shown == mood_percent) {
         return;
     }
@@ -273,7 +274,7 @@ void HudFrame::set_next_goal(const String &text, int64_t have, int64_t need) {
     }
     if (text != goal_text) {
         goal_text = text;
-        goal_label->set_text("NEXT: " + text.replace("\n", " "));
+        goal_label->set_text("NEXT: " + text.get_slice("\n", 0));
     }
     const int64_t shown = std::clamp<int64_t>(have, 0, std::max<int64_t>(need, 0));
     goal_count->set_text(UI::money_short(shown) + "/" + UI::money_short(need).trim_prefix("$"));

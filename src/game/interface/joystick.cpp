@@ -13,9 +13,9 @@
 namespace tilm {
 namespace {
 
-constexpr float reach = 92.0f;     // full speed at this distance from the base
-constexpr float dead = 0.12f;      // share of the reach that does nothing
-constexpr float tap_slip = 14.0f;  // a touch that moved less may be a tap
+constexpr float reach = 92.0f;    // full speed at this distance from the base
+constexpr float dead = 0.12f;     // share of the reach that does nothing
+constexpr float tap_slip = 14.0f; // a touch that moved less may be a tap
 constexpr double tap_time = 0.3;
 constexpr int emulated_device = -1; // mouse events that the engine makes from touches, and the other way round
 

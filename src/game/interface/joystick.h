@@ -15,7 +15,7 @@ class Joystick : public Control {
 public:
     Vector2 vector() const; // length 0 .. 1, x to the right, y down the screen; zero while not held
     bool held() const { return pointer != none; }
-    void release();         // lets go, as when a panel opens
+    void release(); // lets go, as when a panel opens
 
     void _ready() override;
     void _unhandled_input(const Ref<InputEvent> &event) override;

@@ -202,7 +202,10 @@ void Menu::_fill_card() {
             line += (name.is_empty() ? String() : String::utf8("  •  ")) + Lang::t(farm.get("name", ""));
         }
         if (!line.is_empty()) {
-            card->add_child(plain_label(line, 30, UI::hex("ffffff")));
+            Label *who = plain_label(line, 30, UI::hex("ffffff"));
+            // A Latin name at its beginning must not turn the Arabic line round.
+            who->set_text_direction(Lang::arabic() ? Control::TEXT_DIRECTION_RTL : Control::TEXT_DIRECTION_LTR);
+            card->add_child(who);
         }
         const int64_t percent = static_cast<int64_t>(std::llround(progress_of(active) * 100.0));
         card->add_child(UI::label(String::num_int64(percent) + "%", 30, UI::hex("ffd54f")));
@@ -230,7 +233,7 @@ void Menu::_fill_name() {
     name_edit->set_custom_minimum_size(Vector2(460, 88));
     name_edit->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
     name_edit->set_horizontal_alignment(HORIZONTAL_ALIGNMENT_CENTER);
-    name_edit->add_theme_font_override(TM_NAME("font"), UI::font());
+    name_edit->add_theme_font_override(TM_NAME("font"), UI::font_at(36));
     name_edit->add_theme_font_size_override(TM_NAME("font_size"), 36);
     name_edit->add_theme_color_override(TM_NAME("font_color"), UI::hex("263238"));
     name_edit->add_theme_color_override(TM_NAME("font_placeholder_color"), UI::hex("90a4ae"));
@@ -247,12 +250,12 @@ void Menu::_fill_name() {
     row->add_child(save);
     Button *later = UI::button("LATER", UI::hex("607d8b"), 32, Vector2(194, 92));
     later->connect(TM_NAME("pressed"), UI::callback(this, [this] {
-        s_name_later = true;
-        if (name_edit != nullptr) {
-            name_edit->release_focus();
-        }
-        _fill_card();
-    }));
+                       s_name_later = true;
+                       if (name_edit != nullptr) {
+                           name_edit->release_focus();
+                       }
+                       _fill_card();
+                   }));
     row->add_child(later);
     name_edit->connect(TM_NAME("text_submitted"), UI::callback(this, [this] { save_name(); }));
 }

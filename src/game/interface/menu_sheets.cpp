@@ -59,7 +59,9 @@ VBoxContainer *Menu::open_sheet() {
     panel->add_child(column);
     center->set_position(Vector2(0, 400));
     const Ref<Tween> tween = center->create_tween();
-    tween->tween_property(center, NodePath("position:y"), 0.0, 0.3)->set_trans(Tween::TRANS_BACK)->set_ease(Tween::EASE_OUT);
+    tween->tween_property(center, NodePath("position:y"), 0.0, 0.3)
+        ->set_trans(Tween::TRANS_BACK)
+        ->set_ease(Tween::EASE_OUT);
     return column;
 }
 
@@ -74,7 +76,6 @@ void Menu::_show_farms() {
     ScrollContainer *scroll = memnew(ScrollContainer);
     scroll->set_horizontal_scroll_mode(ScrollContainer::SCROLL_MODE_DISABLED);
     const int64_t count = farm_rows().size();
-    scroll->set_custom_minimum_size(Vector2(600, std::min<float>(660.0f, 124.0f * static_cast<float>(std::max<int64_t>(count, 1)))));
     column->add_child(scroll);
     VBoxContainer *list = memnew(VBoxContainer);
     list->add_theme_constant_override(TM_NAME("separation"), 12);
@@ -86,15 +87,16 @@ void Menu::_show_farms() {
         }
     }
     UI::let_scroll(list);
+    scroll->set_custom_minimum_size(Vector2(600, std::min(660.0f, static_cast<float>(list->get_combined_minimum_size().y))));
     Button *fresh = wide("NEW FARM", "43a047", 34);
     fresh->set_disabled(joined || count >= farm_limit);
     fresh->set_name("NewFarm");
     fresh->connect(TM_NAME("pressed"), UI::callback(this, [this] {
-        Object *owner = farms_owner();
-        if (owner != nullptr && bool(owner->call(TM_NAME("new_farm")))) {
-            start_farm();
-        }
-    }));
+                       Object *owner = farms_owner();
+                       if (owner != nullptr && bool(owner->call(TM_NAME("new_farm")))) {
+                           start_farm();
+                       }
+                   }));
     column->add_child(fresh);
     Button *close = wide("CLOSE", "546e7a", 34);
     close->connect(TM_NAME("pressed"), UI::callback(this, [this] { close_sheet(); }));
@@ -114,7 +116,8 @@ Control *Menu::_farm_row(int i) {
         farm = Store::current()->farm_doc(); // newer than the row
     }
     PanelContainer *panel = memnew(PanelContainer);
-    const Ref<StyleBoxFlat> style = UI::box(Color(0.20f, 0.26f, 0.40f), 26, active ? UI::hex("ffd54f") : UI::hex("546e7a"), active ? 6 : 2);
+    const Ref<StyleBoxFlat> style =
+        UI::box(Color(0.20f, 0.26f, 0.40f), 26, active ? UI::hex("ffd54f") : UI::hex("546e7a"), active ? 6 : 2);
     style->set_content_margin_all(14);
     panel->add_theme_stylebox_override(TM_NAME("panel"), style);
     HBoxContainer *line = memnew(HBoxContainer);
@@ -141,25 +144,25 @@ Control *Menu::_farm_row(int i) {
 
     Button *play = UI::button(active ? "PLAYING" : "PLAY", UI::hex(active ? "1e88e5" : "43a047"), 28, Vector2(190, 84));
     play->connect(TM_NAME("pressed"), UI::callback(this, [this, i] {
-        if (Object *owner = farms_owner()) {
-            owner->call(TM_NAME("switch_farm"), i);
-            start_farm();
-        }
-    }));
+                      if (Object *owner = farms_owner()) {
+                          owner->call(TM_NAME("switch_farm"), i);
+                          start_farm();
+                      }
+                  }));
     line->add_child(play);
     Button *remove = UI::button("X", UI::hex("e53935"), 30, Vector2(96, 84));
     remove->connect(TM_NAME("pressed"), UI::callback(this, [this, i, remove] {
-        if (remove->get_text() == String("X")) {
-            remove->set_text("SURE?");
-            remove->add_theme_font_size_override(TM_NAME("font_size"), 20);
-            return;
-        }
-        if (Object *owner = farms_owner()) {
-            owner->call(TM_NAME("delete_farm"), i);
-        }
-        _fill_card();
-        _show_farms();
-    }));
+                        if (remove->get_text() == String("X")) {
+                            remove->set_text("SURE?");
+                            remove->add_theme_font_size_override(TM_NAME("font_size"), 20);
+                            return;
+                        }
+                        if (Object *owner = farms_owner()) {
+                            owner->call(TM_NAME("delete_farm"), i);
+                        }
+                        _fill_card();
+                        _show_farms();
+                    }));
     line->add_child(remove);
     // Friends play in this farm: none may be switched or thrown away under them.
     if (plays_with_friends()) {
@@ -188,7 +191,8 @@ void Menu::_show_update(const Dictionary &info) {
             column->add_child(UI::label("WHAT'S NEW", 32, UI::hex("c5e1a5")));
             const Array lines = lines_value;
             for (int64_t i = 0; i < std::min<int64_t>(lines.size(), 12); ++i) {
-                Label *line = UI::text_line(String::utf8("• ") + String(lines[i]).left(200), 26, UI::hex("ffffff"), 580);
+                Label *line =
+                    UI::text_line(String::utf8("• ") + String(lines[i]).left(200), 26, UI::hex("ffffff"), 580);
                 line->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED);
                 column->add_child(line);
             }
@@ -196,9 +200,9 @@ void Menu::_show_update(const Dictionary &info) {
     }
     Button *download = wide("DOWNLOAD", "43a047", 36);
     download->connect(TM_NAME("pressed"), UI::callback(this, [this, info, version] {
-        UtilityFunctions::print("UPDATE download ", version);
-        emit_signal(TM_NAME("download_pressed"), info);
-    }));
+                          UtilityFunctions::print("UPDATE download ", version);
+                          emit_signal(TM_NAME("download_pressed"), info);
+                      }));
     column->add_child(download);
     if (!forced) {
         Button *keep = wide("KEEP PLAYING THIS VERSION", "546e7a", 26);

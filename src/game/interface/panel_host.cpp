@@ -94,7 +94,8 @@ void PanelHost::open(const String &title, const Array &tabs, const String &tab, 
 
     // The box has its size only after the containers were laid out.
     frame->set_scale(Vector2(0.6f, 0.6f));
-    frame->connect(TM_NAME("resized"), UI::callback(frame, [frame] { frame->set_pivot_offset(frame->get_size() * 0.5); }));
+    frame->connect(TM_NAME("resized"),
+                   UI::callback(frame, [frame] { frame->set_pivot_offset(frame->get_size() * 0.5); }));
     const Ref<Tween> tween = frame->create_tween();
     tween->tween_property(frame, NodePath("scale"), Vector2(1, 1), 0.35)
         ->set_trans(Tween::TRANS_BACK)
@@ -116,13 +117,13 @@ void PanelHost::add_tabs(VBoxContainer *column, const Array &tabs) {
         b->set_clip_text(false);
         b->set_meta(TM_NAME("tab"), name);
         b->connect(TM_NAME("pressed"), UI::callback(sheet, [this, name] {
-            open_tab = name;
-            style_tabs();
-            if (on_tab.is_valid()) {
-                on_tab.call(name);
-            }
-            refill();
-        }));
+                       open_tab = name;
+                       style_tabs();
+                       if (on_tab.is_valid()) {
+                           on_tab.call(name);
+                       }
+                       refill();
+                   }));
         row->add_child(b);
     }
     style_tabs();

@@ -44,17 +44,17 @@ HBoxContainer *row_of(VBoxContainer *content, const String &text, const String &
 void add_switch(Hud *hud, VBoxContainer *content, const char *text, const char *icon, const char *key) {
     HBoxContainer *row = row_of(content, text, icon);
     row->add_child(UI::toggle(stored_setting(key, true), 1.15, UI::callback_arg(hud, [key](const Variant &on) {
-        store_setting(key, static_cast<bool>(on));
-        if (Sfx *sfx = Sfx::get()) {
-            if (String(key) == String("music_on")) {
-                sfx->set_music(on);
-            }
-            sfx->apply_volumes();
-        }
-        if (String(key) == String("vibrate_on") && static_cast<bool>(on)) {
-            Sfx::vibrate(60);
-        }
-    })));
+                                  store_setting(key, static_cast<bool>(on));
+                                  if (Sfx *sfx = Sfx::get()) {
+                                      if (String(key) == String("music_on")) {
+                                          sfx->set_music(on);
+                                      }
+                                      sfx->apply_volumes();
+                                  }
+                                  if (String(key) == String("vibrate_on") && static_cast<bool>(on)) {
+                                      Sfx::vibrate(60);
+                                  }
+                              })));
 }
 
 void add_volume(VBoxContainer *content, const char *text, const char *icon, const char *group) {
@@ -111,44 +111,48 @@ Control *volume_bar(double value, double width, std::function<void(double)> on_c
     bar->set_v_size_flags(Control::SIZE_SHRINK_CENTER);
     bar->set_layout_direction(Control::LAYOUT_DIRECTION_LTR);
     bar->set_meta(TM_NAME("step"), static_cast<int>(std::lround(std::clamp(value, 0.0, 1.0) * steps)));
-    bar->connect(TM_NAME("draw"), UI::callback(bar, [bar] {
-        const int on = bar->get_meta(TM_NAME("step"));
-        const Vector2 size = bar->get_size();
-        const float cell = size.x / steps;
-        for (int i = 0; i < steps; ++i) {
-            const float h = size.y * (0.35f + 0.055f * static_cast<float>(i));
-            const Rect2 r(Vector2(cell * static_cast<float>(i) + 3, (size.y - h) * 0.5f), Vector2(cell - 6, h));
-            bar->draw_style_box(UI::box(UI::hex(i < on ? "43a047" : "d7ccc8"), 6, UI::hex(i < on ? "1b5e20" : "a1887f"), 2), r);
-        }
-        if (on == 0) { // silence is told by a sign, not by colour alone
-            bar->draw_line(Vector2(6, size.y * 0.5f - 16), Vector2(38, size.y * 0.5f + 16), UI::hex("b71c1c"), 5, true);
-        }
-    }));
-    bar->connect(TM_NAME("gui_input"), UI::callback_arg(bar, [bar, on_change = std::move(on_change)](const Variant &event) {
-        Object *object = event;
-        Vector2 at;
-        if (const InputEventMouseButton *button = Object::cast_to<InputEventMouseButton>(object)) {
-            if (!button->is_pressed() || button->get_button_index() != MOUSE_BUTTON_LEFT) {
-                return;
+    bar->connect(
+        TM_NAME("draw"), UI::callback(bar, [bar] {
+            const int on = bar->get_meta(TM_NAME("step"));
+            const Vector2 size = bar->get_size();
+            const float cell = size.x / steps;
+            for (int i = 0; i < steps; ++i) {
+                const float h = size.y * (0.35f + 0.055f * static_cast<float>(i));
+                const Rect2 r(Vector2(cell * static_cast<float>(i) + 3, (size.y - h) * 0.5f), Vector2(cell - 6, h));
+                bar->draw_style_box(
+                    UI::box(UI::hex(i < on ? "43a047" : "d7ccc8"), 6, UI::hex(i < on ? "1b5e20" : "a1887f"), 2), r);
             }
-            at = button->get_position();
-        } else if (const InputEventMouseMotion *motion = Object::cast_to<InputEventMouseMotion>(object)) {
-            if (!motion->get_button_mask().has_flag(MOUSE_BUTTON_MASK_LEFT)) {
-                return;
+            if (on == 0) { // silence is told by a sign, not by colour alone
+                bar->draw_line(Vector2(6, size.y * 0.5f - 16), Vector2(38, size.y * 0.5f + 16), UI::hex("b71c1c"), 5,
+                               true);
             }
-            at = motion->get_position();
-        } else {
-            return;
-        }
-        const double share = at.x / std::max(1.0f, static_cast<float>(bar->get_size().x));
-        const int step = std::clamp(static_cast<int>(std::floor(share * steps + 0.6)), 0, steps);
-        if (step == static_cast<int>(bar->get_meta(TM_NAME("step")))) {
-            return;
-        }
-        bar->set_meta(TM_NAME("step"), step);
-        bar->queue_redraw();
-        on_change(static_cast<double>(step) / steps);
-    }));
+        }));
+    bar->connect(TM_NAME("gui_input"),
+                 UI::callback_arg(bar, [bar, on_change = std::move(on_change)](const Variant &event) {
+                     Object *object = event;
+                     Vector2 at;
+                     if (const InputEventMouseButton *button = Object::cast_to<InputEventMouseButton>(object)) {
+                         if (!button->is_pressed() || button->get_button_index() != MOUSE_BUTTON_LEFT) {
+                             return;
+                         }
+                         at = button->get_position();
+                     } else if (const InputEventMouseMotion *motion = Object::cast_to<InputEventMouseMotion>(object)) {
+                         if (!motion->get_button_mask().has_flag(MOUSE_BUTTON_MASK_LEFT)) {
+                             return;
+                         }
+                         at = motion->get_position();
+                     } else {
+                         return;
+                     }
+                     const double share = at.x / std::max(1.0f, static_cast<float>(bar->get_size().x));
+                     const int step = std::clamp(static_cast<int>(std::floor(share * steps + 0.6)), 0, steps);
+                     if (step == static_cast<int>(bar->get_meta(TM_NAME("step")))) {
+                         return;
+                     }
+                     bar->set_meta(TM_NAME("step"), step);
+                     bar->queue_redraw();
+                     on_change(static_cast<double>(step) / steps);
+                 }));
     return bar;
 }
 

@@ -47,7 +47,8 @@ void PromptStack::open(const String &key, const String &title, const String &sub
     card.key = key;
     card.on_no = on_no;
     card.panel = memnew(PanelContainer);
-    card.panel->add_theme_stylebox_override(TM_NAME("panel"), UI::box(Color(0.10f, 0.13f, 0.22f, 0.95f), 30, UI::hex("ffb300"), 4, 8));
+    card.panel->add_theme_stylebox_override(TM_NAME("panel"),
+                                            UI::box(Color(0.10f, 0.13f, 0.22f, 0.95f), 30, UI::hex("ffb300"), 4, 8));
     card.panel->set_custom_minimum_size(Vector2(card_width, 0));
     card.panel->set_meta(TM_NAME("key"), key);
     VBoxContainer *column = memnew(VBoxContainer);

@@ -44,11 +44,11 @@ SideDeck::SideDeck(Hud *hud, VBoxContainer *side) {
         UI::set_icon(b, rows[i].icon);
         b->set_visible(false);
         b->connect(TM_NAME("pressed"), UI::callback(b, [this, i] {
-            close();
-            if (slots[i].open.is_valid()) {
-                slots[i].open.call();
-            }
-        }));
+                       close();
+                       if (slots[i].open.is_valid()) {
+                           slots[i].open.call();
+                       }
+                   }));
         list->add_child(b);
         slots[i].button = b;
     }

@@ -138,7 +138,7 @@ void TitleScene::_ready() {
 
     Scenery::light(this);
     camera = memnew(Camera3D);
-    camera->set_far(160.0f);
+    camera->set_far(500.0f);
     add_child(camera);
     camera->make_current();
 
@@ -157,18 +157,26 @@ float TitleScene::random() {
 void TitleScene::build_ground() {
     Ref<PlaneMesh> plane;
     plane.instantiate();
-    plane->set_size(Vector2(160, 120));
+    plane->set_size(Vector2(320, 120));
     Models::mesh_instance(plane, pal::col(0x5fb043), Vector3(0, 0, -30), stage, false);
     // Rolling hills close the view.
     for (int i = 0; i < 9; ++i) {
         const float x = -48.0f + 12.0f * static_cast<float>(i) + (random() - 0.5f) * 5.0f;
         const float size = 7.0f + random() * 5.0f;
-        Models::sphere(size, pal::tone(pal::GRASS_DEEP, random() * 0.12f), Vector3(x, -size * 0.45f, -30.0f - random() * 8.0f),
-                       stage, Vector3(1.7f, 0.8f, 1.0f), 16);
+        Models::sphere(size, pal::tone(pal::GRASS_DEEP, random() * 0.12f),
+                       Vector3(x, -size * 0.45f, -30.0f - random() * 8.0f), stage, Vector3(1.7f, 0.8f, 1.0f), 16);
+    }
+    // Higher ones behind them hide where the ground ends.
+    for (int i = 0; i < 8; ++i) {
+        const float x = -77.0f + 22.0f * static_cast<float>(i) + (random() - 0.5f) * 8.0f;
+        const float height = 10.0f + random() * 4.0f;
+        Models::sphere(20.0f, pal::tone(0x79b86a, random() * 0.1f), Vector3(x, height - 16.0f, -62.0f), stage,
+                       Vector3(1.4f, 0.8f, 0.6f), 18);
     }
     Models::mesh_instance(round_plane(2.9f), pal::col(0xd8c08a), Vector3(5.6f, 0.02f, 3.4f), stage, false)
         ->set_scale(Vector3(1.12f, 1, 0.74f));
-    MeshInstance3D *pond = Models::mesh_instance(round_plane(2.6f), pal::col(0x3fa7d6), Vector3(5.6f, 0.05f, 3.4f), stage, false);
+    MeshInstance3D *pond =
+        Models::mesh_instance(round_plane(2.6f), pal::col(0x3fa7d6), Vector3(5.6f, 0.05f, 3.4f), stage, false);
     pond->set_scale(Vector3(1.1f, 1, 0.7f));
     pond->set_material_override(Models::shader_material("water"));
 
@@ -204,7 +212,8 @@ Ref<Mesh> TitleScene::round_plane(float radius) {
     for (int i = 0; i < sides; ++i) {
         const float a = 6.2832f * static_cast<float>(i) / sides;
         const float b = 6.2832f * static_cast<float>(i + 1) / sides;
-        for (const Vector3 &v : {Vector3(), Vector3(std::cos(a), 0, std::sin(a)), Vector3(std::cos(b), 0, std::sin(b))}) {
+        for (const Vector3 &v :
+             {Vector3(), Vector3(std::cos(a), 0, std::sin(a)), Vector3(std::cos(b), 0, std::sin(b))}) {
             st->set_normal(Vector3(0, 1, 0));
             st->set_color(Color(1, 1, 1));
             st->add_vertex(v * radius);
@@ -240,7 +249,7 @@ void TitleScene::build_farm() {
     look["overalls"] = "3d6fb6";
     look["hat"] = "f2c94c";
     Node3D *farmer = Models::person(look);
-    place(stage, farmer, Vector3(0.2f, 0, 3.2f), 2.6f, 1.25f);
+    place(stage, farmer, Vector3(0.3f, 0, 1.6f), 2.6f, 1.25f);
     bobbing = farmer;
 
     struct Herd {

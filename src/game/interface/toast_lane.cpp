@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include <godot_cpp/classes/font.hpp>
 #include <godot_cpp/classes/h_box_container.hpp>
 #include <godot_cpp/classes/panel_container.hpp>
 #include <godot_cpp/classes/property_tweener.hpp>
-#include <godot_cpp/classes/text_server.hpp>
 #include <godot_cpp/classes/tween.hpp>
 
 #include "game/kit/lang.h"
@@ -29,8 +27,10 @@ struct Look {
 };
 
 const Look &look_of(int level) {
-    static constexpr Look looks[] = {
-        {"33415c", "8d99ae", ""}, {"2e7d32", "a5d6a7", "check"}, {"b45309", "ffd180", "bang"}, {"b71c1c", "ff8a80", "cross"}};
+    static constexpr Look looks[] = {{"33415c", "8d99ae", ""},
+                                     {"2e7d32", "a5d6a7", "check"},
+                                     {"b45309", "ffd180", "bang"},
+                                     {"b71c1c", "ff8a80", "cross"}};
     return looks[std::clamp(level, 0, 3)];
 }
 
@@ -53,8 +53,13 @@ ToastLane::ToastLane(Control *root) {
 void ToastLane::relayout(const Vector2 &screen) {
     const bool tall = screen.y > 1.15 * screen.x;
     queue.set_limits(lane_room, tall ? 4 : 6);
-    lane->set_offset(SIDE_TOP, tall ? 330 : 40);
+    below_bars = tall ? 430.0f : 28.0f;
     text_room = tall ? std::min(560.0, screen.x - 160.0) : 620.0;
+    lane->set_offset(SIDE_TOP, below_bars);
+}
+
+void ToastLane::make_way(bool panel_open) {
+    lane->set_offset(SIDE_TOP, panel_open ? 24.0f : below_bars);
 }
 
 void ToastLane::add(const String &text, int level) {
@@ -86,6 +91,9 @@ void ToastLane::sync() {
         } else if (toast.count > 1) {
             it->second.count->set_text(String::utf8("×") + String::num_int64(toast.count));
             it->second.count->set_visible(true);
+            // The count makes it wider.
+            const Vector2 size = it->second.panel->get_combined_minimum_size();
+            it->second.slot->set_custom_minimum_size(Vector2(size.x, it->second.slot->get_custom_minimum_size().y));
             UI::pop(it->second.panel, 0.94);
         }
     }
@@ -107,31 +115,24 @@ ToastLane::Row ToastLane::make_row(const rules::ToastQueue::Toast &toast) {
     line->add_theme_constant_override(TM_NAME("separation"), 12);
     line->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     panel->add_child(line);
-    double extra = 36.0;
     if (look.glyph[0] != '\0') {
         line->add_child(UI::glyph(look.glyph, 34, UI::hex("ffffff")));
-        extra += 46.0;
     }
-    Label *label = UI::label(text, font_size);
-    // Sizes of the translated text, so that the row is right before the first frame draws it.
-    const String drawn = Lang::t(text);
-    const double width = std::min(UI::font()->get_multiline_string_size(drawn, HORIZONTAL_ALIGNMENT_LEFT, -1, font_size).x + 4.0,
-                                  static_cast<double>(text_room));
-    const double height =
-        UI::font()->get_multiline_string_size(drawn, HORIZONTAL_ALIGNMENT_LEFT, static_cast<float>(width), font_size).y;
-    label->set_autowrap_mode(TextServer::AUTOWRAP_WORD_SMART);
-    label->set_custom_minimum_size(Vector2(width, height));
+    // Wrapped by its translation, so that the row has its whole size at once.
+    Label *label = UI::label(UI::wrapped(Lang::t(text), font_size, text_room), font_size);
+    label->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED);
     line->add_child(label);
     row.count = UI::label("", font_size, UI::hex("ffd54f"));
     row.count->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED);
     row.count->set_visible(false);
     line->add_child(row.count);
-    row.height = height + 16.0;
-    row.slot->set_custom_minimum_size(Vector2(width + extra, 0));
-    row.slot->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
     row.slot->add_child(panel);
-    panel->set_size(Vector2(width + extra, row.height));
     lane->add_child(row.slot);
+    const Vector2 size = panel->get_combined_minimum_size();
+    row.height = size.y;
+    row.slot->set_custom_minimum_size(Vector2(size.x, 0));
+    row.slot->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
+    panel->set_size(size);
 
     panel->set_position(Vector2(0, -26));
     panel->set_modulate(Color(1, 1, 1, 0));
@@ -140,7 +141,9 @@ ToastLane::Row ToastLane::make_row(const rules::ToastQueue::Toast &toast) {
     tween->tween_property(row.slot, NodePath("custom_minimum_size:y"), row.height, slide)
         ->set_trans(Tween::TRANS_CUBIC)
         ->set_ease(Tween::EASE_OUT);
-    tween->tween_property(panel, NodePath("position:y"), 0.0, slide)->set_trans(Tween::TRANS_BACK)->set_ease(Tween::EASE_OUT);
+    tween->tween_property(panel, NodePath("position:y"), 0.0, slide)
+        ->set_trans(Tween::TRANS_BACK)
+        ->set_ease(Tween::EASE_OUT);
     tween->tween_property(panel, NodePath("modulate:a"), 1.0, slide);
     return row;
 }
@@ -158,11 +161,11 @@ void ToastLane::leave(int id) {
     tween->tween_property(it->second.panel, NodePath("position:y"), -26.0, slide);
     tween->tween_property(it->second.panel, NodePath("modulate:a"), 0.0, slide);
     tween->connect(TM_NAME("finished"), UI::callback(slot, [this, slot, id] {
-        slot->queue_free();
-        shown.erase(id);
-        queue.gone(id);
-        sync();
-    }));
+                       slot->queue_free();
+                       shown.erase(id);
+                       queue.gone(id);
+                       sync();
+                   }));
 }
 
 } // namespace tilm

@@ -19,6 +19,7 @@ public:
     void add(const String &text, int level);
     void step(double delta);
     void relayout(const Vector2 &screen);
+    void make_way(bool panel_open); // an open panel's title must stay readable
 
     int rows() const { return static_cast<int>(queue.lane().size()); }
     int waiting() const { return static_cast<int>(queue.waiting()); }
@@ -39,6 +40,7 @@ private:
     VBoxContainer *lane = nullptr;
     std::unordered_map<int, Row> shown;
     double text_room = 560.0;
+    float below_bars = 430.0f;
 };
 
 } // namespace tilm

@@ -38,15 +38,14 @@ const std::vector<Glyph> &glyphs() {
         {"cross", {{{{0.22f, 0.22f}, {0.78f, 0.78f}}}, {{{0.78f, 0.22f}, {0.22f, 0.78f}}}}, {}},
         {"info", {{{{0.5f, 0.44f}, {0.5f, 0.82f}}}}, {{0.5f, 0.22f}}},
         {"bang", {{{{0.5f, 0.16f}, {0.5f, 0.58f}}}}, {{0.5f, 0.82f}}},
-        {"refresh",
-         {{arc({0.5f, 0.5f}, 0.32f, -0.6f, 4.4f)}, {{{0.94f, 0.12f}, {0.78f, 0.34f}, {0.54f, 0.24f}}}},
-         {}},
+        {"refresh", {{arc({0.5f, 0.5f}, 0.32f, -0.6f, 4.4f)}, {{{0.94f, 0.12f}, {0.78f, 0.34f}, {0.54f, 0.24f}}}}, {}},
         {"arrow", {{{{0.14f, 0.5f}, {0.84f, 0.5f}}}, {{{0.56f, 0.22f}, {0.84f, 0.5f}, {0.56f, 0.78f}}}}, {}},
         {"pin",
          {{arc({0.5f, 0.36f}, 0.24f, 2.5f, 6.92f)}, {{{0.31f, 0.5f}, {0.5f, 0.9f}, {0.69f, 0.5f}}}},
          {{0.5f, 0.36f}}},
         {"wave",
-         {{arc({0.3f, 0.5f}, 0.1f, -0.9f, 0.9f)}, {arc({0.3f, 0.5f}, 0.28f, -0.9f, 0.9f)},
+         {{arc({0.3f, 0.5f}, 0.1f, -0.9f, 0.9f)},
+          {arc({0.3f, 0.5f}, 0.28f, -0.9f, 0.9f)},
           {arc({0.3f, 0.5f}, 0.46f, -0.9f, 0.9f)}},
          {}},
     };
@@ -68,23 +67,23 @@ Control *UI::glyph(const String &name, double size, const Color &color) {
     }
     const Glyph *g = &*it;
     control->connect(TM_NAME("draw"), callback(control, [control, g, color] {
-        const Vector2 room = control->get_size();
-        const float k = std::min(room.x, room.y);
-        const Vector2 corner = (room - Vector2(k, k)) * 0.5f;
-        const float width = std::max(2.0f, k * 0.14f);
-        for (const Stroke &stroke : g->strokes) {
-            PackedVector2Array line;
-            for (const Vector2 &p : stroke.points) {
-                line.push_back(corner + p * k);
-            }
-            control->draw_polyline(line, color, width, true);
-            control->draw_circle(line[0], width * 0.5f, color);
-            control->draw_circle(line[line.size() - 1], width * 0.5f, color);
-        }
-        for (const Vector2 &dot : g->dots) {
-            control->draw_circle(corner + dot * k, width * 0.6f, color);
-        }
-    }));
+                         const Vector2 room = control->get_size();
+                         const float k = std::min(room.x, room.y);
+                         const Vector2 corner = (room - Vector2(k, k)) * 0.5f;
+                         const float width = std::max(2.0f, k * 0.14f);
+                         for (const Stroke &stroke : g->strokes) {
+                             PackedVector2Array line;
+                             for (const Vector2 &p : stroke.points) {
+                                 line.push_back(corner + p * k);
+                             }
+                             control->draw_polyline(line, color, width, true);
+                             control->draw_circle(line[0], width * 0.5f, color);
+                             control->draw_circle(line[line.size() - 1], width * 0.5f, color);
+                         }
+                         for (const Vector2 &dot : g->dots) {
+                             control->draw_circle(corner + dot * k, width * 0.6f, color);
+                         }
+                     }));
     return control;
 }
 

@@ -17,12 +17,12 @@ class Lang : public Translation {
 public:
     static void setup_statics();
 
-    static void setup();    // creates the instance and hands it to the engine
-    static void shutdown(); // takes it back
+    static void setup();                // creates the instance and hands it to the engine
+    static void shutdown();             // takes it back
     static void apply(const String &l); // "en" or "ar": stores it and makes every control read its text anew
     static bool arabic() { return s_arabic; }
     static String current() { return s_arabic ? "ar" : "en"; }
-    static String t(const String &s); // for text drawn by hand
+    static String t(const String &s);                  // for text drawn by hand
     static void set_trmiss(bool on) { s_trmiss = on; } // log texts without a row
 
     StringName _get_message(const StringName &src, const StringName &context) const override;

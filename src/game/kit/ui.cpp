@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include <godot_cpp/classes/font_file.hpp>
+#include <godot_cpp/classes/font_variation.hpp>
 #include <godot_cpp/classes/h_box_container.hpp>
 #include <godot_cpp/classes/input_event_mouse_button.hpp>
 #include <godot_cpp/classes/property_tweener.hpp>
@@ -33,6 +34,7 @@ const Color dark_outline(0.08f, 0.10f, 0.18f);
 struct Shared {
     Dictionary icons;
     Ref<Font> font;
+    Dictionary fonts_by_size;
     Ref<Theme> theme;
 };
 Shared *shared = nullptr;
@@ -125,6 +127,22 @@ Ref<Font> UI::font() {
     return kit().font;
 }
 
+Ref<Font> UI::font_at(int size) {
+    const Variant known = kit().fonts_by_size.get(size, Variant());
+    if (known.get_type() == Variant::OBJECT) {
+        return known;
+    }
+    constexpr double ascent = 1.04; // of the size; Latin capitals with an outline and Arabic marks fit
+    constexpr double descent = 0.36;
+    Ref<FontVariation> tight;
+    tight.instantiate();
+    tight->set_base_font(font());
+    tight->set_spacing(TextServer::SPACING_TOP, -static_cast<int>(std::max(0.0, font()->get_ascent(size) - ascent * size)));
+    tight->set_spacing(TextServer::SPACING_BOTTOM, -static_cast<int>(std::max(0.0, font()->get_descent(size) - descent * size)));
+    kit().fonts_by_size[size] = tight;
+    return tight;
+}
+
 Ref<Theme> UI::theme() {
     if (kit().theme.is_null()) {
         kit().theme.instantiate();
@@ -196,7 +214,7 @@ Ref<StyleBoxFlat> UI::box(const Color &color, int radius, const Color &border, i
 Label *UI::label(const String &text, int size, const Color &color) {
     Label *l = memnew(Label);
     l->set_text(text);
-    l->add_theme_font_override(TM_NAME("font"), font());
+    l->add_theme_font_override(TM_NAME("font"), font_at(size));
     l->add_theme_font_size_override(TM_NAME("font_size"), size);
     l->add_theme_color_override(TM_NAME("font_color"), color);
     l->add_theme_color_override(TM_NAME("font_outline_color"), dark_outline);
@@ -223,12 +241,12 @@ Button *UI::button(const String &text, const Color &color, int size, const Vecto
     Button *b = memnew(Button);
     b->set_text(text);
     b->set_custom_minimum_size(min_size);
-    b->add_theme_font_override(TM_NAME("font"), font());
+    b->add_theme_font_override(TM_NAME("font"), font_at(size));
     b->add_theme_font_size_override(TM_NAME("font_size"), size);
     b->add_theme_constant_override(TM_NAME("outline_size"), outline_of(size));
     b->add_theme_color_override(TM_NAME("font_outline_color"), dark_outline);
-    for (const char *state : {"font_color", "font_hover_color", "font_pressed_color", "font_hover_pressed_color",
-                              "font_focus_color"}) {
+    for (const char *state :
+         {"font_color", "font_hover_color", "font_pressed_color", "font_hover_pressed_color", "font_focus_color"}) {
         b->add_theme_color_override(StringName(state), Color(1, 1, 1));
     }
     b->add_theme_color_override(TM_NAME("font_disabled_color"), Color(0.85f, 0.87f, 0.9f));
@@ -270,41 +288,43 @@ Control *UI::toggle(bool on, double scale, const Callable &on_toggled) {
     b->set_meta(TM_NAME("slide"), on ? 1.0 : 0.0);
     const float k = static_cast<float>(scale);
     b->connect(TM_NAME("draw"), callback(b, [b, k] {
-        const float slide = static_cast<float>(static_cast<double>(b->get_meta(TM_NAME("slide"))));
-        const bool is_on = b->is_pressed();
-        const Rect2 track(Vector2(4, 5) * k, Vector2(70, 42) * k);
-        const Color face = hex(is_on ? "43a047" : "90a4ae");
-        const Ref<StyleBoxFlat> s = box(face, static_cast<int>(21 * k), hex(is_on ? "1b5e20" : "546e7a"),
-                                        std::max(2, static_cast<int>(3 * k)));
-        b->draw_style_box(s, track);
-        const Vector2 knob = track.position + Vector2((21 + 28 * slide) * k, 21 * k);
-        b->draw_circle(knob + Vector2(0, 2) * k, 17 * k, Color(0, 0, 0, 0.25f));
-        b->draw_circle(knob, 17 * k, hex(is_on ? "a5d6a7" : "cfd8dc"));
-        b->draw_circle(knob, 14 * k, Color(1, 1, 1));
-        // A sign on the knob tells the state without colour.
-        PackedVector2Array line;
-        if (is_on) {
-            line.push_back(knob + Vector2(-6, 0) * k);
-            line.push_back(knob + Vector2(-2, 5) * k);
-            line.push_back(knob + Vector2(7, -5) * k);
-        } else {
-            line.push_back(knob + Vector2(-6, 0) * k);
-            line.push_back(knob + Vector2(6, 0) * k);
-        }
-        b->draw_polyline(line, hex(is_on ? "2e7d32" : "546e7a"), 4 * k, true);
-    }));
+                   const float slide = static_cast<float>(static_cast<double>(b->get_meta(TM_NAME("slide"))));
+                   const bool is_on = b->is_pressed();
+                   const Rect2 track(Vector2(4, 5) * k, Vector2(70, 42) * k);
+                   const Color face = hex(is_on ? "43a047" : "90a4ae");
+                   const Ref<StyleBoxFlat> s = box(face, static_cast<int>(21 * k), hex(is_on ? "1b5e20" : "546e7a"),
+                                                   std::max(2, static_cast<int>(3 * k)));
+                   b->draw_style_box(s, track);
+                   const Vector2 knob = track.position + Vector2((21 + 28 * slide) * k, 21 * k);
+                   b->draw_circle(knob + Vector2(0, 2) * k, 17 * k, Color(0, 0, 0, 0.25f));
+                   b->draw_circle(knob, 17 * k, hex(is_on ? "a5d6a7" : "cfd8dc"));
+                   b->draw_circle(knob, 14 * k, Color(1, 1, 1));
+                   // A sign on the knob tells the state without colour.
+                   PackedVector2Array line;
+                   if (is_on) {
+                       line.push_back(knob + Vector2(-6, 0) * k);
+                       line.push_back(knob + Vector2(-2, 5) * k);
+                       line.push_back(knob + Vector2(7, -5) * k);
+                   } else {
+                       line.push_back(knob + Vector2(-6, 0) * k);
+                       line.push_back(knob + Vector2(6, 0) * k);
+                   }
+                   b->draw_polyline(line, hex(is_on ? "2e7d32" : "546e7a"), 4 * k, true);
+               }));
     b->connect(TM_NAME("toggled"), callback_arg(b, [b, on_toggled](const Variant &value) {
-        const bool is_on = value;
-        Sfx::sound(is_on ? TM_NAME("ui_toggle_on") : TM_NAME("ui_toggle_off"));
-        const Ref<Tween> tween = b->create_tween();
-        tween->tween_method(callback_arg(b, [b](const Variant &at) {
-            b->set_meta(TM_NAME("slide"), at);
-            b->queue_redraw();
-        }), b->get_meta(TM_NAME("slide")), is_on ? 1.0 : 0.0, 0.12);
-        if (on_toggled.is_valid()) {
-            on_toggled.call(is_on);
-        }
-    }));
+                   const bool is_on = value;
+                   Sfx::sound(is_on ? TM_NAME("ui_toggle_on") : TM_NAME("ui_toggle_off"));
+                   const Ref<Tween> tween = b->create_tween();
+                   tween->tween_method(callback_arg(b,
+                                                    [b](const Variant &at) {
+                                                        b->set_meta(TM_NAME("slide"), at);
+                                                        b->queue_redraw();
+                                                    }),
+                                       b->get_meta(TM_NAME("slide")), is_on ? 1.0 : 0.0, 0.12);
+                   if (on_toggled.is_valid()) {
+                       on_toggled.call(is_on);
+                   }
+               }));
     return b;
 }
 
@@ -327,14 +347,14 @@ Button *UI::lang_button(int size, const Vector2 &min_size) {
     label_lang_button(b);
     set_icon(b, "lang");
     b->connect(TM_NAME("pressed"), callback(b, [b] {
-        const String code = Lang::arabic() ? "en" : "ar";
-        if (Store *store = Store::current()) {
-            store->put_setting(TM_NAME("lang"), code);
-            store->write();
-        }
-        Lang::apply(code);
-        label_lang_button(b);
-    }));
+                   const String code = Lang::arabic() ? "en" : "ar";
+                   if (Store *store = Store::current()) {
+                       store->put_setting(TM_NAME("lang"), code);
+                       store->write();
+                   }
+                   Lang::apply(code);
+                   label_lang_button(b);
+               }));
     return b;
 }
 
@@ -408,6 +428,26 @@ String UI::isolate(const String &text) {
     return String::utf8(out.data(), static_cast<int64_t>(out.size()));
 }
 
+String UI::wrapped(const String &text, int size, double width) {
+    String out;
+    const PackedStringArray lines = text.split("\n");
+    for (int64_t i = 0; i < lines.size(); ++i) {
+        String line;
+        const PackedStringArray words = lines[i].split(" ");
+        for (int64_t w = 0; w < words.size(); ++w) {
+            const String longer = w == 0 ? words[w] : line + " " + words[w];
+            if (w > 0 && text_width(longer, size) > width) {
+                out += line + "\n";
+                line = words[w];
+            } else {
+                line = longer;
+            }
+        }
+        out += line + (i + 1 < lines.size() ? "\n" : "");
+    }
+    return out;
+}
+
 double UI::text_width(const String &text, int size) {
     return font()->get_string_size(text, HORIZONTAL_ALIGNMENT_LEFT, -1, size).x;
 }
@@ -452,7 +492,6 @@ void UI::mirror(Control *root) {
 void UI::fill_parent(Control *control) {
     control->set_anchors_and_offsets_preset(Control::PRESET_FULL_RECT);
 }
-
 
 void UI::let_scroll(Node *content) {
     if (Control *control = Object::cast_to<Control>(content)) {

@@ -28,6 +28,8 @@ public:
     static void setup_statics();
 
     static Ref<Font> font();   // Latin with the Arabic font behind it; the engine's own when the files are missing
+    // The same font with lines as tight as Latin text needs them; its Arabic part alone would set them far apart.
+    static Ref<Font> font_at(int size);
     static Ref<Theme> theme(); // shared by the whole game: the font at size 34
 
     // res://assets/icons/<name>.svg, null (and one log line) when it is not there.
@@ -52,11 +54,12 @@ public:
     static bool card_repeat(Control *card); // one more of the same text: raises the count
     static PanelContainer *portrait(double size, const Color &color, const Ref<Texture2D> &texture);
     static String isolate(const String &text); // for names and chat: keeps Latin runs and numbers in order
+    static String wrapped(const String &text, int size, double width); // with line feeds between words
     static double text_width(const String &text, int size);
     static Control *glyph(const String &name, double size, const Color &color);
 
-    static String money(int64_t amount);          // "$1,234"
-    static String money_short(int64_t amount);    // "$1.2K"
+    static String money(int64_t amount);       // "$1,234"
+    static String money_short(int64_t amount); // "$1.2K"
     static Color hex(const char *rgb);
 
     // A Callable around C++ code, bound to the life of `owner`: it does nothing once the owner is gone.

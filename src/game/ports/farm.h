@@ -37,19 +37,19 @@ public:
     virtual void tutorial_event(const String &step) = 0;
 
     // Look-ups.
-    virtual Node3D *root() = 0;       // the world node: parent of actors
+    virtual Node3D *root() = 0; // the world node: parent of actors
     virtual Node3D *player_node() = 0;
-    virtual Array zone_list() = 0;    // all zones, shared: grows as the farm grows
+    virtual Array zone_list() = 0; // all zones, shared: grows as the farm grows
     virtual int level_of(const String &entry_id) const = 0;
     virtual Node *node_of(const String &entry_id) const = 0;
-    virtual Dictionary staff_table() = 0; // staff id -> experience, shared and saved
+    virtual Dictionary staff_table() = 0;          // staff id -> experience, shared and saved
     virtual void add_solid(const Rect2 &rect) = 0; // the player slides round it
     virtual int feed_level() const = 0;            // BETTER FEED upgrades
     virtual double animal_multiplier() const = 0;
-    virtual int season() const = 0;                // 0..3
-    virtual bool is_building() const = 0;          // the staged build runs
+    virtual int season() const = 0;       // 0..3
+    virtual bool is_building() const = 0; // the staged build runs
     virtual bool is_visiting() const = 0;
-    virtual Node *services() const = 0;            // FarmServices or null
+    virtual Node *services() const = 0;                   // FarmServices or null
     virtual bool has_perk(const String &boost) const = 0; // a boost such as "magnet" runs
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
-// The room of friends as lower rooms see it: whether friends are here, and how to tell them something. Net implements it.
+// The room of friends as lower rooms see it: whether friends are here, and how to tell them something. Net implements
+// it.
 
 #include <cstdint>
 

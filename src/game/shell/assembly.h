@@ -1,8 +1,8 @@
 #pragma once
 // Brings the farm's objects into being: one operation raises one plan entry by one level and builds what that buys.
 
-#include <unordered_map>
 #include <string>
+#include <unordered_map>
 
 #include <godot_cpp/variant/dictionary.hpp>
 #include <godot_cpp/variant/string.hpp>

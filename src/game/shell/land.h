@@ -1,5 +1,6 @@
 #pragma once
-// The bought land of a farm: which regions are open, the covers over the others, the fences between, where one may walk.
+// The bought land of a farm: which regions are open, the covers over the others, the fences between, where one may
+// walk.
 
 #include <godot_cpp/classes/node3d.hpp>
 #include <godot_cpp/variant/dictionary.hpp>

@@ -125,7 +125,7 @@ void Loading::build_display() {
     Panel *fill = memnew(Panel);
     fill->add_theme_stylebox_override("panel", UI::box(UI::hex("ffd54f"), 16));
     fill->set_anchors_preset(Control::PRESET_FULL_RECT);
-    fill->set_anchor(SIDE_RIGHT, kBarFoot);
+    fill->set_anchor(SIDE_RIGHT, kBarFoot, true);
     fill->set_offset(SIDE_LEFT, 4);
     fill->set_offset(SIDE_TOP, 4);
     fill->set_offset(SIDE_RIGHT, -4);
@@ -233,7 +233,7 @@ void Loading::_process(double delta) {
 void Loading::show_progress(double delta) {
     const World *world = World::under_construction();
     flow.show(delta, world != nullptr, world != nullptr ? world->build_progress() : 0.0);
-    bar->set_anchor(SIDE_RIGHT, static_cast<float>(std::max(kBarFoot, flow.shown())));
+    bar->set_anchor(SIDE_RIGHT, static_cast<float>(std::max(kBarFoot, flow.shown())), true);
     if (star != nullptr) {
         star->set_rotation(star->get_rotation() + static_cast<float>(kStarTurn));
     }

@@ -163,6 +163,18 @@ UnlockTile *Purchases::next_tile() {
     return best < 0 ? nullptr : standing[static_cast<size_t>(best)];
 }
 
+UnlockTile *Purchases::cheapest_tile() const {
+    UnlockTile *cheapest = nullptr;
+    const Array ids = tiles.keys();
+    for (int i = 0; i < ids.size(); ++i) {
+        UnlockTile *tile = tile_of(ids[i]);
+        if (tile != nullptr && !tile->is_done() && (cheapest == nullptr || tile->remaining() < cheapest->remaining())) {
+            cheapest = tile;
+        }
+    }
+    return cheapest;
+}
+
 Dictionary price_factors(const Array &plan, const Dictionary &levels) {
     Dictionary factors;
     const auto raise = [&](const Variant &kind, double m) {

@@ -82,6 +82,8 @@ public:
     String buy_guard();
     // The tile to aim at, null for none.
     UnlockTile *next_tile();
+    // The tile to save up for, whatever it costs; null for none.
+    UnlockTile *cheapest_tile() const;
     // Each frame: the test of free lots in next_tile() is repeated every 30 s at most.
     void tick(double dt) { lot_test_t -= dt; }
 

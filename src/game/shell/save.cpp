@@ -150,6 +150,7 @@ bool Save::has_progress() const {
 String Save::net_token() {
     if (net_tok.is_empty()) {
         net_tok = random_id() + random_id();
+        write(); // others know this install by it from now on
     }
     return net_tok;
 }

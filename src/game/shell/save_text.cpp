@@ -151,9 +151,9 @@ bool store_document(const String &path, const Dictionary &doc) {
         write_failed(result.error, temporary);
         return false;
     }
-    Dictionary back;
     std::string stored;
-    if (load_document(temporary, back, stored) != LoadState::good || stored != bytes || back.size() != doc.size()) {
+    const FileState state = read_file(native_path(temporary), LIMITS.bytes, stored);
+    if (state != FileState::good || stored != bytes || !rules::is_json_object(stored, LIMITS)) {
         write_failed(EIO, temporary);
         return false;
     }

@@ -146,7 +146,7 @@ public:
     TM_FIELD(bool, won, false)
     TM_FIELD(double, earn_rate, 0.0) // dollars a second, fast average of cash collected
     TM_FIELD(double, earn_slow, 0.0)
-    TM_FIELD(bool, magnet, false)    // the MONEY MAGNET is bought
+    TM_FIELD(bool, magnet, false) // the MONEY MAGNET is bought
     Dictionary get_levels() const { return levels_by_id; }
     Dictionary get_paid();
     Dictionary get_tiles() const;

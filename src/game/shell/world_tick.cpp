@@ -70,6 +70,8 @@ void World::_process(double delta) {
             guide_timer = GUIDE_SECONDS;
             UnlockTile *aim = purchases.next_tile();
             arrow.aim(aim != nullptr, aim ? aim->get_position() : Vector3());
+            const UnlockTile *goal = aim != nullptr ? aim : purchases.cheapest_tile();
+            hud_node->set_next_goal(goal ? goal->get_title() : String(), money, goal ? goal->remaining() : 0);
         }
         arrow.step(player->get_position(), delta);
     }
@@ -173,13 +175,13 @@ void World::step_statistics(double delta) {
         return;
     }
     Performance *monitor = Performance::get_singleton();
-    UtilityFunctions::print(vformat(
-        "TILMARCH fps=%d items=%d money=%d draws=%d objs=%d proc_ms=%.2f nodes=%d batched=%d",
-        static_cast<int64_t>(monitor->get_monitor(Performance::TIME_FPS)), items->get_child_count(), money,
-        static_cast<int64_t>(monitor->get_monitor(Performance::RENDER_TOTAL_DRAW_CALLS_IN_FRAME)),
-        static_cast<int64_t>(monitor->get_monitor(Performance::OBJECT_COUNT)),
-        monitor->get_monitor(Performance::TIME_PROCESS) * 1000.0,
-        static_cast<int64_t>(monitor->get_monitor(Performance::OBJECT_NODE_COUNT)), batched_items()));
+    UtilityFunctions::print(
+        vformat("TILMARCH fps=%d items=%d money=%d draws=%d objs=%d proc_ms=%.2f nodes=%d batched=%d",
+                static_cast<int64_t>(monitor->get_monitor(Performance::TIME_FPS)), items->get_child_count(), money,
+                static_cast<int64_t>(monitor->get_monitor(Performance::RENDER_TOTAL_DRAW_CALLS_IN_FRAME)),
+                static_cast<int64_t>(monitor->get_monitor(Performance::OBJECT_COUNT)),
+                monitor->get_monitor(Performance::TIME_PROCESS) * 1000.0,
+                static_cast<int64_t>(monitor->get_monitor(Performance::OBJECT_NODE_COUNT)), batched_items()));
 }
 
 } // namespace tilm

@@ -40,7 +40,8 @@ Variant setting(const char *key, const Variant &fallback) {
 
 Sfx *Sfx::s_instance = nullptr;
 
-Sfx::Sfx() : mixer(std::make_unique<rules::SoundMixer>(static_cast<uint32_t>(Time::get_singleton()->get_ticks_usec()))) {
+Sfx::Sfx()
+    : mixer(std::make_unique<rules::SoundMixer>(static_cast<uint32_t>(Time::get_singleton()->get_ticks_usec()))) {
     s_instance = this;
 }
 
@@ -177,7 +178,8 @@ void Sfx::load_streams() {
         }
     }
     if (missing > 0) {
-        UtilityFunctions::print("TILMARCH sounds: ", missing, " of ", static_cast<int64_t>(rules::sound_events().size()),
+        UtilityFunctions::print("TILMARCH sounds: ", missing, " of ",
+                                static_cast<int64_t>(rules::sound_events().size()),
                                 " events have no file and stay silent");
     }
 }
@@ -436,11 +438,11 @@ void Sfx::step_log(double delta) {
         drops += String(reason) + "=" + String::num_int64(static_cast<int64_t>(mixer->drops_named(reason))) + " ";
     }
     const rules::SoundEvent *waiting = mixer->waiting_jingle();
-    UtilityFunctions::print("TILMARCH sfx t=", static_cast<int64_t>(clock), " plays=",
-                            static_cast<int64_t>(mixer->plays()), " dropped=", static_cast<int64_t>(mixer->drops()),
-                            " voices=", mixer->sounding(), " beds=", bed_names.strip_edges(), " loops=",
-                            loop_names.strip_edges(), " ", drops.strip_edges(), " duck:", String::num(duck_now, 1),
-                            " queue:", waiting != nullptr ? engine_text(waiting->name) : String("-"));
+    UtilityFunctions::print(
+        "TILMARCH sfx t=", static_cast<int64_t>(clock), " plays=", static_cast<int64_t>(mixer->plays()),
+        " dropped=", static_cast<int64_t>(mixer->drops()), " voices=", mixer->sounding(),
+        " beds=", bed_names.strip_edges(), " loops=", loop_names.strip_edges(), " ", drops.strip_edges(),
+        " duck:", String::num(duck_now, 1), " queue:", waiting != nullptr ? engine_text(waiting->name) : String("-"));
 }
 
 Dictionary Sfx::stats() const {

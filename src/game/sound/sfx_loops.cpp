@@ -154,7 +154,8 @@ void Sfx::set_music(bool on) {
             music[i]->stop();
         }
     }
-    const bool playing = (music[0] != nullptr && music[0]->is_playing()) || (music[1] != nullptr && music[1]->is_playing());
+    const bool playing =
+        (music[0] != nullptr && music[0]->is_playing()) || (music[1] != nullptr && music[1]->is_playing());
     if (on && !playing) {
         start_track(music_current);
     }
@@ -238,7 +239,8 @@ void Sfx::step_music(float delta) {
         const float target = i == music_current ? 1.0f : 0.0f;
         if (music_level[i] != target) {
             const float step = music_fade * delta;
-            music_level[i] = target > 0.5f ? std::min(music_level[i] + step, 1.0f) : std::max(music_level[i] - step, 0.0f);
+            music_level[i] =
+                target > 0.5f ? std::min(music_level[i] + step, 1.0f) : std::max(music_level[i] - step, 0.0f);
             music[i]->set_volume_db(level_db(music_level[i]));
             if (music_level[i] <= 0.0f) {
                 music[i]->stop();

@@ -178,8 +178,12 @@ public:                                                                         
     using self_type = m_class;                                                                                         \
     using parent_type = m_inherits;                                                                                    \
     static internal::ClassRecord _gde_record;                                                                          \
-    static const StringName &get_class_static() { return _gde_record.name.name(); }                                    \
-    internal::ClassRecord *_gde_class() const override { return &_gde_record; }
+    static const StringName &get_class_static() {                                                                      \
+        return _gde_record.name.name();                                                                                \
+    }                                                                                                                  \
+    internal::ClassRecord *_gde_class() const override {                                                               \
+        return &_gde_record;                                                                                           \
+    }
 
 // Stands first in every class of ours that derives from an engine class.
 #define GDCLASS(m_class, m_inherits)                                                                                   \
@@ -187,16 +191,24 @@ private:                                                                        
     friend class ::godot::ClassDB;                                                                                     \
                                                                                                                        \
 protected:                                                                                                             \
-    static void (*_get_bind_methods())() { return &m_class::_bind_methods; }                                           \
+    static void (*_get_bind_methods())() {                                                                             \
+        return &m_class::_bind_methods;                                                                                \
+    }                                                                                                                  \
                                                                                                                        \
 public:                                                                                                                \
     using self_type = m_class;                                                                                         \
     using parent_type = m_inherits;                                                                                    \
     static inline constinit ::godot::internal::ClassRecord _gde_record{                                                \
         {#m_class}, &m_inherits::_gde_record, &::godot::internal::extension_callbacks, true};                          \
-    static const ::godot::StringName &get_class_static() { return _gde_record.name.name(); }                           \
-    static const ::godot::StringName &get_parent_class_static() { return m_inherits::get_class_static(); }             \
-    ::godot::internal::ClassRecord *_gde_class() const override { return &_gde_record; }                               \
+    static const ::godot::StringName &get_class_static() {                                                             \
+        return _gde_record.name.name();                                                                                \
+    }                                                                                                                  \
+    static const ::godot::StringName &get_parent_class_static() {                                                      \
+        return m_inherits::get_class_static();                                                                         \
+    }                                                                                                                  \
+    ::godot::internal::ClassRecord *_gde_class() const override {                                                      \
+        return &_gde_record;                                                                                           \
+    }                                                                                                                  \
     void _notificationv(int what, bool reversed) override {                                                            \
         if (!reversed) {                                                                                               \
             m_inherits::_notificationv(what, reversed);                                                                \
@@ -241,9 +253,8 @@ public:                                                                         
             });                                                                                                        \
         }                                                                                                              \
         if constexpr (internal::is_own<Self>(&Self::_validate_property)) {                                             \
-            h.validate.push_back([](const Wrapped *w, PropertyInfo &p) {                                               \
-                static_cast<const Self *>(w)->Self::_validate_property(p);                                             \
-            });                                                                                                        \
+            h.validate.push_back(                                                                                      \
+                [](const Wrapped *w, PropertyInfo &p) { static_cast<const Self *>(w)->Self::_validate_property(p); }); \
         }                                                                                                              \
         if constexpr (internal::is_own<Self>(&Self::_to_string)) {                                                     \
             h.to_string = [](const Wrapped *w) -> String { return static_cast<const Self *>(w)->Self::_to_string(); }; \

@@ -66,9 +66,7 @@ struct AABB {
         size = get_end().max(v) - from;
         position = from;
     }
-    AABB grow(real_t by) const {
-        return AABB(position - Vector3(by, by, by), size + Vector3(by * 2, by * 2, by * 2));
-    }
+    AABB grow(real_t by) const { return AABB(position - Vector3(by, by, by), size + Vector3(by * 2, by * 2, by * 2)); }
     void grow_by(real_t by) { *this = grow(by); }
     Vector3 get_support(const Vector3 &d) const {
         return position + Vector3(d.x > 0 ? size.x : 0, d.y > 0 ? size.y : 0, d.z > 0 ? size.z : 0);

@@ -10,6 +10,7 @@ struct Basis {
     Vector3 rows[3] = {Vector3(1, 0, 0), Vector3(0, 1, 0), Vector3(0, 0, 1)};
 
     constexpr Basis() = default;
+    GDE_FROM_VARIANT(Basis)
     constexpr Basis(real_t xx, real_t xy, real_t xz, real_t yx, real_t yy, real_t yz, real_t zx, real_t zy, real_t zz)
         : rows{Vector3(xx, xy, xz), Vector3(yx, yy, yz), Vector3(zx, zy, zz)} {}
     constexpr Basis(const Vector3 &x_axis, const Vector3 &y_axis, const Vector3 &z_axis)
@@ -140,7 +141,9 @@ struct Basis {
         const Vector3 x = get_column(0), y = get_column(1), z = get_column(2);
         return Math::is_zero_approx(x.dot(y)) && Math::is_zero_approx(x.dot(z)) && Math::is_zero_approx(y.dot(z));
     }
-    bool is_rotation() const { return is_orthogonal() && Math::is_equal_approx(determinant(), 1, real_t(UNIT_EPSILON)); }
+    bool is_rotation() const {
+        return is_orthogonal() && Math::is_equal_approx(determinant(), 1, real_t(UNIT_EPSILON));
+    }
     bool is_equal_approx(const Basis &b) const {
         return rows[0].is_equal_approx(b.rows[0]) && rows[1].is_equal_approx(b.rows[1]) &&
                rows[2].is_equal_approx(b.rows[2]);
@@ -170,7 +173,9 @@ struct Basis {
         }
         return b;
     }
-    bool operator==(const Basis &m) const { return rows[0] == m.rows[0] && rows[1] == m.rows[1] && rows[2] == m.rows[2]; }
+    bool operator==(const Basis &m) const {
+        return rows[0] == m.rows[0] && rows[1] == m.rows[1] && rows[2] == m.rows[2];
+    }
     bool operator!=(const Basis &m) const { return !(*this == m); }
 
     operator String() const;

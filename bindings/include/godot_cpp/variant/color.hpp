@@ -18,6 +18,7 @@ struct Color {
     };
 
     constexpr Color() : r(0), g(0), b(0), a(1) {}
+    GDE_FROM_VARIANT(Color)
     constexpr Color(float p_r, float p_g, float p_b, float p_a) : r(p_r), g(p_g), b(p_b), a(p_a) {}
     constexpr Color(float p_r, float p_g, float p_b) : r(p_r), g(p_g), b(p_b), a(1) {}
     constexpr Color(const Color &c, float p_a) : r(c.r), g(c.g), b(c.b), a(p_a) {}
@@ -63,9 +64,7 @@ struct Color {
     Color lerp(const Color &to, float w) const {
         return Color(Math::lerp(r, to.r, w), Math::lerp(g, to.g, w), Math::lerp(b, to.b, w), Math::lerp(a, to.a, w));
     }
-    Color lightened(float by) const {
-        return Color(r + (1.0f - r) * by, g + (1.0f - g) * by, b + (1.0f - b) * by, a);
-    }
+    Color lightened(float by) const { return Color(r + (1.0f - r) * by, g + (1.0f - g) * by, b + (1.0f - b) * by, a); }
     Color darkened(float by) const { return Color(r * (1.0f - by), g * (1.0f - by), b * (1.0f - by), a); }
     void invert() { *this = inverted(); }
     Color inverted() const { return Color(1.0f - r, 1.0f - g, 1.0f - b, a); }
@@ -84,9 +83,7 @@ struct Color {
     Color clamp(const Color &lo = Color(0, 0, 0, 0), const Color &hi = Color(1, 1, 1, 1)) const {
         return Color(CLAMP(r, lo.r, hi.r), CLAMP(g, lo.g, hi.g), CLAMP(b, lo.b, hi.b), CLAMP(a, lo.a, hi.a));
     }
-    Color srgb_to_linear() const {
-        return Color(to_linear(r), to_linear(g), to_linear(b), a);
-    }
+    Color srgb_to_linear() const { return Color(to_linear(r), to_linear(g), to_linear(b), a); }
     Color linear_to_srgb() const { return Color(to_srgb(r), to_srgb(g), to_srgb(b), a); }
     bool is_equal_approx(const Color &c) const {
         return Math::is_equal_approx(r, c.r) && Math::is_equal_approx(g, c.g) && Math::is_equal_approx(b, c.b) &&
@@ -129,9 +126,7 @@ private:
     static float to_linear(float v) {
         return v < 0.04045f ? v * (1.0f / 12.92f) : std::pow(float((v + 0.055) * (1.0 / 1.055)), 2.4f);
     }
-    static float to_srgb(float v) {
-        return v < 0.0031308f ? 12.92f * v : 1.055f * std::pow(v, 1.0f / 2.4f) - 0.055f;
-    }
+    static float to_srgb(float v) { return v < 0.0031308f ? 12.92f * v : 1.055f * std::pow(v, 1.0f / 2.4f) - 0.055f; }
 };
 
 constexpr Color operator*(float s, const Color &c) {

@@ -63,6 +63,8 @@ struct BuiltinFns {
 extern BuiltinFns builtin_fns[GDEXTENSION_VARIANT_TYPE_VARIANT_MAX];
 
 const void *native_ptr_of(const Array &a);
+// Prints the error; the caller goes on with a stand-in.
+void out_of_bounds(int64_t index);
 void builtin_construct(GDExtensionVariantType type, int32_t constructor, void *dest, const void *const *args);
 
 // LAZY: the engine has no zero value for the type (arrays and dictionaries); one is made when first asked for.

@@ -11,6 +11,7 @@ struct Plane {
     real_t d = 0;
 
     constexpr Plane() = default;
+    GDE_FROM_VARIANT(Plane)
     constexpr Plane(real_t a, real_t b, real_t c, real_t p_d) : normal(a, b, c), d(p_d) {}
     constexpr Plane(const Vector3 &n, real_t p_d = 0.0) : normal(n), d(p_d) {}
     Plane(const Vector3 &n, const Vector3 &point) : normal(n), d(n.dot(point)) {}

@@ -9,6 +9,7 @@ struct Projection {
     Vector4 columns[4] = {Vector4(1, 0, 0, 0), Vector4(0, 1, 0, 0), Vector4(0, 0, 1, 0), Vector4(0, 0, 0, 1)};
 
     constexpr Projection() = default;
+    GDE_FROM_VARIANT(Projection)
     constexpr Projection(const Vector4 &x, const Vector4 &y, const Vector4 &z, const Vector4 &w)
         : columns{x, y, z, w} {}
     Projection(const Transform3D &t);

@@ -34,9 +34,7 @@ struct Transform2D {
         columns[1] = Vector2(-s, c);
     }
     real_t determinant() const { return columns[0].x * columns[1].y - columns[0].y * columns[1].x; }
-    Size2 get_scale() const {
-        return Size2(columns[0].length(), real_t(SIGN(determinant())) * columns[1].length());
-    }
+    Size2 get_scale() const { return Size2(columns[0].length(), real_t(SIGN(determinant())) * columns[1].length()); }
 
     real_t tdotx(const Vector2 &v) const { return columns[0][0] * v.x + columns[1][0] * v.y; }
     real_t tdoty(const Vector2 &v) const { return columns[0][1] * v.x + columns[1][1] * v.y; }
@@ -70,9 +68,7 @@ struct Transform2D {
     }
     Transform2D rotated(real_t angle) const { return Transform2D(angle, Vector2()) * *this; }
     Transform2D rotated_local(real_t angle) const { return *this * Transform2D(angle, Vector2()); }
-    Transform2D scaled(const Size2 &s) const {
-        return Transform2D(columns[0] * s, columns[1] * s, columns[2] * s);
-    }
+    Transform2D scaled(const Size2 &s) const { return Transform2D(columns[0] * s, columns[1] * s, columns[2] * s); }
     Transform2D scaled_local(const Size2 &s) const {
         return Transform2D(columns[0] * s.x, columns[1] * s.y, columns[2]);
     }

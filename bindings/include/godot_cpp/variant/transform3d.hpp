@@ -14,6 +14,7 @@ struct Transform3D {
     Vector3 origin;
 
     constexpr Transform3D() = default;
+    GDE_FROM_VARIANT(Transform3D)
     constexpr Transform3D(const Basis &b, const Vector3 &o = Vector3()) : basis(b), origin(o) {}
     constexpr Transform3D(const Vector3 &x, const Vector3 &y, const Vector3 &z, const Vector3 &o)
         : basis(x, y, z), origin(o) {}

@@ -10,11 +10,11 @@
 #include <godot_cpp/variant/aabb.hpp>
 #include <godot_cpp/variant/basis.hpp>
 #include <godot_cpp/variant/color.hpp>
+#include <godot_cpp/variant/internal/rid_class.hpp>
 #include <godot_cpp/variant/plane.hpp>
 #include <godot_cpp/variant/projection.hpp>
 #include <godot_cpp/variant/quaternion.hpp>
 #include <godot_cpp/variant/rect2.hpp>
-#include <godot_cpp/variant/internal/rid_class.hpp>
 #include <godot_cpp/variant/transform2d.hpp>
 #include <godot_cpp/variant/transform3d.hpp>
 #include <godot_cpp/variant/vector2.hpp>
@@ -190,20 +190,11 @@ public:
 
     Variant(bool v) { put(BOOL, v); }
     template <typename T>
-        requires(std::is_integral_v<T> && !std::is_same_v<T, bool>)
-    Variant(T v) {
-        put(INT, int64_t(v));
-    }
+    requires(std::is_integral_v<T> && !std::is_same_v<T, bool>) Variant(T v) { put(INT, int64_t(v)); }
     template <typename T>
-        requires std::is_enum_v<T>
-    Variant(T v) {
-        put(INT, int64_t(v));
-    }
+    requires std::is_enum_v<T> Variant(T v) { put(INT, int64_t(v)); }
     template <typename T>
-        requires std::is_floating_point_v<T>
-    Variant(T v) {
-        put(FLOAT, double(v));
-    }
+    requires std::is_floating_point_v<T> Variant(T v) { put(FLOAT, double(v)); }
     template <typename T>
     Variant(const BitField<T> &v) {
         put(INT, int64_t(v));
@@ -252,8 +243,7 @@ public:
 
     operator bool() const { return booleanize(); }
     template <typename T>
-        requires(std::is_integral_v<T> && !std::is_same_v<T, bool>)
-    operator T() const {
+    requires(std::is_integral_v<T> && !std::is_same_v<T, bool>) operator T() const {
         return T(likely(type == INT) ? take<int64_t>() : to_int_slow());
     }
     operator double() const { return likely(type == FLOAT) ? take<double>() : to_float_slow(); }

@@ -73,9 +73,7 @@ struct Vector2 {
     Vector2 posmodv(const Vector2 &m) const { return Vector2(Math::fposmod(x, m.x), Math::fposmod(y, m.y)); }
     Vector2 project(const Vector2 &to) const { return to * (dot(to) / to.length_squared()); }
     Vector2 plane_project(real_t d, const Vector2 &v) const { return v - *this * (dot(v) - d); }
-    Vector2 lerp(const Vector2 &to, real_t w) const {
-        return Vector2(Math::lerp(x, to.x, w), Math::lerp(y, to.y, w));
-    }
+    Vector2 lerp(const Vector2 &to, real_t w) const { return Vector2(Math::lerp(x, to.x, w), Math::lerp(y, to.y, w)); }
     Vector2 slerp(const Vector2 &to, real_t w) const {
         const real_t from_sq = length_squared();
         const real_t to_sq = to.length_squared();

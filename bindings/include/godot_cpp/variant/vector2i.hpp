@@ -45,7 +45,8 @@ struct Vector2i {
     }
     Vector2i clampi(int32_t lo, int32_t hi) const { return Vector2i(CLAMP(x, lo, hi), CLAMP(y, lo, hi)); }
     Vector2i snapped(const Vector2i &s) const {
-        return Vector2i(int32_t(Math::snapped(int64_t(x), int64_t(s.x))), int32_t(Math::snapped(int64_t(y), int64_t(s.y))));
+        return Vector2i(int32_t(Math::snapped(int64_t(x), int64_t(s.x))),
+                        int32_t(Math::snapped(int64_t(y), int64_t(s.y))));
     }
     real_t aspect() const { return width / real_t(height); }
 

@@ -89,9 +89,7 @@ struct Vector3 {
         return len <= delta || len < real_t(CMP_EPSILON) ? to : *this + vd / len * delta;
     }
 
-    Vector3 cross(const Vector3 &v) const {
-        return Vector3(y * v.z - z * v.y, z * v.x - x * v.z, x * v.y - y * v.x);
-    }
+    Vector3 cross(const Vector3 &v) const { return Vector3(y * v.z - z * v.y, z * v.x - x * v.z, x * v.y - y * v.x); }
     real_t dot(const Vector3 &v) const { return x * v.x + y * v.y + z * v.z; }
     Basis outer(const Vector3 &v) const;
     Vector2 octahedron_encode() const;
@@ -148,9 +146,7 @@ struct Vector3 {
     Vector3 &operator/=(real_t s) { return *this = *this / s; }
     constexpr bool operator==(const Vector3 &v) const { return x == v.x && y == v.y && z == v.z; }
     constexpr bool operator!=(const Vector3 &v) const { return x != v.x || y != v.y || z != v.z; }
-    constexpr bool operator<(const Vector3 &v) const {
-        return x == v.x ? (y == v.y ? z < v.z : y < v.y) : x < v.x;
-    }
+    constexpr bool operator<(const Vector3 &v) const { return x == v.x ? (y == v.y ? z < v.z : y < v.y) : x < v.x; }
     constexpr bool operator>(const Vector3 &v) const { return v < *this; }
     constexpr bool operator<=(const Vector3 &v) const { return !(v < *this); }
     constexpr bool operator>=(const Vector3 &v) const { return !(*this < v); }

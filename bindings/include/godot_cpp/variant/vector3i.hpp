@@ -49,9 +49,7 @@ struct Vector3i {
     Vector3i &operator*=(int32_t s) { return *this = *this * s; }
     constexpr bool operator==(const Vector3i &v) const { return x == v.x && y == v.y && z == v.z; }
     constexpr bool operator!=(const Vector3i &v) const { return x != v.x || y != v.y || z != v.z; }
-    constexpr bool operator<(const Vector3i &v) const {
-        return x == v.x ? (y == v.y ? z < v.z : y < v.y) : x < v.x;
-    }
+    constexpr bool operator<(const Vector3i &v) const { return x == v.x ? (y == v.y ? z < v.z : y < v.y) : x < v.x; }
 
     operator String() const;
     constexpr operator Vector3() const { return Vector3(real_t(x), real_t(y), real_t(z)); }

@@ -11,6 +11,7 @@ class Array : public internal::Opaque<GDEXTENSION_VARIANT_TYPE_ARRAY, 1, true> {
 
 public:
     constexpr Array() = default;
+    GDE_FROM_VARIANT(Array)
     Array(std::initializer_list<Variant> items);
     Array(const Array &base, int64_t type, const StringName &class_name, const Variant &script);
     Array(const PackedByteArray &from);

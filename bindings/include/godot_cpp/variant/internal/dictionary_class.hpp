@@ -12,6 +12,7 @@ class Dictionary : public internal::Opaque<GDEXTENSION_VARIANT_TYPE_DICTIONARY, 
 
 public:
     constexpr Dictionary() = default;
+    GDE_FROM_VARIANT(Dictionary)
     Dictionary(std::initializer_list<KeyValue<Variant, Variant>> entries);
     // A typed view: the same dictionary if the types fit, else a converted copy.
     Dictionary(const Dictionary &base, int64_t key_type, const StringName &key_class_name, const Variant &key_script,

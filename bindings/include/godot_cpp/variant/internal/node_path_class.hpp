@@ -9,6 +9,7 @@ class NodePath : public internal::Opaque<GDEXTENSION_VARIANT_TYPE_NODE_PATH, 1> 
 
 public:
     constexpr NodePath() = default;
+    GDE_FROM_VARIANT(NodePath)
     NodePath(const String &path);
     NodePath(const char *path) : NodePath(String(path)) {}
 

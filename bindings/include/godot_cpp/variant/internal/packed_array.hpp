@@ -26,8 +26,9 @@ protected:
 private:
     Self &self() { return static_cast<Self &>(*this); }
     const Self &self() const { return static_cast<const Self &>(*this); }
-    // Stands in for elements out of bounds, which the engine reports.
-    static T &nowhere() {
+    // Stands in for elements out of bounds.
+    static T &nowhere(int64_t i) {
+        out_of_bounds(i);
         alignas(T) static unsigned char zero[sizeof(T)];
         std::memset(zero, 0, sizeof(zero));
         return *reinterpret_cast<T *>(zero);
@@ -40,11 +41,11 @@ public:
     T *ptrw() { return ptr() ? static_cast<T *>(Self::element(this->words, 0)) : nullptr; }
     const T &operator[](int64_t i) const {
         const void *p = Self::element_const(this->words, i);
-        return likely(p != nullptr) ? *static_cast<const T *>(p) : nowhere();
+        return likely(p != nullptr) ? *static_cast<const T *>(p) : nowhere(i);
     }
     T &operator[](int64_t i) {
         void *p = Self::element(this->words, i);
-        return likely(p != nullptr) ? *static_cast<T *>(p) : nowhere();
+        return likely(p != nullptr) ? *static_cast<T *>(p) : nowhere(i);
     }
     using Iterator = T *;
     using ConstIterator = const T *;
@@ -80,12 +81,19 @@ public:
 #define GDE_PACKED_ARRAY(m_class, m_type, m_enum, m_accessor)                                                          \
     friend class Variant;                                                                                              \
     friend class internal::PackedBase<m_class, m_type, m_enum>;                                                        \
-    static void *element(void *self, int64_t i) { return internal::gde.m_accessor(self, i); }                          \
-    static const void *element_const(const void *self, int64_t i) { return internal::gde.m_accessor##_const(self, i); } \
+    static void *element(void *self, int64_t i) {                                                                      \
+        return internal::gde.m_accessor(self, i);                                                                      \
+    }                                                                                                                  \
+    static const void *element_const(const void *self, int64_t i) {                                                    \
+        return internal::gde.m_accessor##_const(self, i);                                                              \
+    }                                                                                                                  \
                                                                                                                        \
 public:                                                                                                                \
     constexpr m_class() = default;                                                                                     \
-    m_class(std::initializer_list<m_type> items) { fill_from(items); }                                                 \
+    GDE_FROM_VARIANT(m_class)                                                                                          \
+    m_class(std::initializer_list<m_type> items) {                                                                     \
+        fill_from(items);                                                                                              \
+    }                                                                                                                  \
     m_class(const Array &from) {                                                                                       \
         const void *args[] = {internal::native_ptr_of(from)};                                                          \
         construct(2, args);                                                                                            \

@@ -4,8 +4,10 @@
 
 namespace godot {
 
-class PackedFloat64Array : public internal::PackedBase<PackedFloat64Array, double, GDEXTENSION_VARIANT_TYPE_PACKED_FLOAT64_ARRAY> {
-    GDE_PACKED_ARRAY(PackedFloat64Array, double, GDEXTENSION_VARIANT_TYPE_PACKED_FLOAT64_ARRAY, packed_float64_array_operator_index)
+class PackedFloat64Array
+    : public internal::PackedBase<PackedFloat64Array, double, GDEXTENSION_VARIANT_TYPE_PACKED_FLOAT64_ARRAY> {
+    GDE_PACKED_ARRAY(PackedFloat64Array, double, GDEXTENSION_VARIANT_TYPE_PACKED_FLOAT64_ARRAY,
+                     packed_float64_array_operator_index)
 
 #include <godot_cpp/gen/packed_float64_array_methods.inc>
 };

@@ -4,8 +4,10 @@
 
 namespace godot {
 
-class PackedInt64Array : public internal::PackedBase<PackedInt64Array, int64_t, GDEXTENSION_VARIANT_TYPE_PACKED_INT64_ARRAY> {
-    GDE_PACKED_ARRAY(PackedInt64Array, int64_t, GDEXTENSION_VARIANT_TYPE_PACKED_INT64_ARRAY, packed_int64_array_operator_index)
+class PackedInt64Array
+    : public internal::PackedBase<PackedInt64Array, int64_t, GDEXTENSION_VARIANT_TYPE_PACKED_INT64_ARRAY> {
+    GDE_PACKED_ARRAY(PackedInt64Array, int64_t, GDEXTENSION_VARIANT_TYPE_PACKED_INT64_ARRAY,
+                     packed_int64_array_operator_index)
 
 #include <godot_cpp/gen/packed_int64_array_methods.inc>
 };

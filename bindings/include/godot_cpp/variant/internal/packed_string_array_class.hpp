@@ -5,8 +5,10 @@
 
 namespace godot {
 
-class PackedStringArray : public internal::PackedBase<PackedStringArray, String, GDEXTENSION_VARIANT_TYPE_PACKED_STRING_ARRAY> {
-    GDE_PACKED_ARRAY(PackedStringArray, String, GDEXTENSION_VARIANT_TYPE_PACKED_STRING_ARRAY, packed_string_array_operator_index)
+class PackedStringArray
+    : public internal::PackedBase<PackedStringArray, String, GDEXTENSION_VARIANT_TYPE_PACKED_STRING_ARRAY> {
+    GDE_PACKED_ARRAY(PackedStringArray, String, GDEXTENSION_VARIANT_TYPE_PACKED_STRING_ARRAY,
+                     packed_string_array_operator_index)
 
 #include <godot_cpp/gen/packed_string_array_methods.inc>
 };

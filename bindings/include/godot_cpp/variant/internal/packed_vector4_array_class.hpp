@@ -5,8 +5,10 @@
 
 namespace godot {
 
-class PackedVector4Array : public internal::PackedBase<PackedVector4Array, Vector4, GDEXTENSION_VARIANT_TYPE_PACKED_VECTOR4_ARRAY> {
-    GDE_PACKED_ARRAY(PackedVector4Array, Vector4, GDEXTENSION_VARIANT_TYPE_PACKED_VECTOR4_ARRAY, packed_vector4_array_operator_index)
+class PackedVector4Array
+    : public internal::PackedBase<PackedVector4Array, Vector4, GDEXTENSION_VARIANT_TYPE_PACKED_VECTOR4_ARRAY> {
+    GDE_PACKED_ARRAY(PackedVector4Array, Vector4, GDEXTENSION_VARIANT_TYPE_PACKED_VECTOR4_ARRAY,
+                     packed_vector4_array_operator_index)
 
 #include <godot_cpp/gen/packed_vector4_array_methods.inc>
 };

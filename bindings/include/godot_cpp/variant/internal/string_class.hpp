@@ -12,6 +12,7 @@ class String : public internal::Opaque<GDEXTENSION_VARIANT_TYPE_STRING, 1> {
 
 public:
     constexpr String() = default;
+    GDE_FROM_VARIANT(String)
     String(const StringName &name);
     String(const NodePath &path);
     // Plain text in UTF-8; ASCII needs no decoding.

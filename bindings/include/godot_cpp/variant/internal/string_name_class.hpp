@@ -9,6 +9,7 @@ class StringName : public internal::Opaque<GDEXTENSION_VARIANT_TYPE_STRING_NAME,
 
 public:
     constexpr StringName() = default;
+    GDE_FROM_VARIANT(StringName)
     StringName(const String &text);
     StringName(const char *text) : StringName(text, false) {}
     // is_static: the name lives as long as the process, the engine need not count it.
