@@ -70,18 +70,24 @@ std::string args_array(const std::vector<std::string> &addresses) {
 std::string vararg_template(const Api &api, const json &method, const Type &ret, const std::string &name,
                             const std::string &prefix, const std::string &suffix) {
     const json &fixed = args_of(method);
-    std::string values;
-    for (const json &a : fixed) {
-        values += "Variant(p_" + get(a, "name") + "), ";
-    }
-    const std::string n = std::to_string(fixed.size()) + " + sizeof...(Args)";
+    const std::string count = std::to_string(fixed.size());
+    const std::string n = count + " + sizeof...(Args)";
     std::string out = "    template <typename... Args>\n";
     const std::string result = ret.kind == Type::VARIANT ? "typename internal::Later<Variant, Args...>::Type" : ret.cpp;
     out += "    " + prefix + result + " " + name + "(" + params(api, method, false, true) + "const Args &...p_args)" +
            suffix + " {\n";
-    out += "        std::array<Variant, " + n + " + 1> values{" + values + "Variant(p_args)...};\n";
-    out += "        std::array<const Variant *, " + n + " + 1> ptrs;\n";
-    out += "        for (size_t i = 0; i < " + n + "; ++i) {\n            ptrs[i] = &values[i];\n        }\n";
+    std::string first;
+    for (size_t i = 0; i < fixed.size(); ++i) {
+        const std::string arg = "p_" + get(fixed[i], "name"), held = "f" + std::to_string(i);
+        const bool borrowed = get(fixed[i], "type") == "StringName"; // names are passed without counting them
+        const std::string type = borrowed ? "internal::BorrowedName" : "Variant";
+        out += "        const typename internal::Later<" + type + ", Args...>::Type " + held + "(" + arg + ");\n";
+        first += (borrowed ? "" : "&") + held + (borrowed ? ".ptr(), " : ", ");
+    }
+    out += "        std::array<Variant, sizeof...(Args) + 1> values{Variant(p_args)...};\n";
+    out += "        std::array<const Variant *, " + n + " + 1> ptrs{" + first.substr(0, first.size() - (first.empty() ? 0 : 2)) +
+           "};\n";
+    out += "        for (size_t i = 0; i < sizeof...(Args); ++i) {\n            ptrs[" + count + " + i] = &values[i];\n        }\n";
     out += std::string("        ") + (ret.kind == Type::VOID ? "" : "return ") + name + "_internal(ptrs.data(), int(" +
            n + "));\n    }\n";
     return out;

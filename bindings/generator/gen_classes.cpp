@@ -114,6 +114,9 @@ struct Writer {
             header += "    " + ret.cpp + " " + fn + "_internal(const Variant **args, int count)" + suffix + ";\n";
             cpp += ret.cpp + " " + name + "::" + fn + "_internal(const Variant **args, int count)" + suffix + " {\n" +
                    ref_line(m, raw_name);
+            if (name == "Object" && fn == "call") {
+                cpp += "    Variant ret;\n    if (internal::call_directly(this, args, count, ret)) {\n        return ret;\n    }\n";
+            }
             const std::string call = "internal::call_vararg(m, " + owner + ", args, count)";
             if (ret.kind == Type::VOID) {
                 cpp += "    " + call + ";\n}\n\n";

@@ -246,6 +246,20 @@ String String::operator+(const String &o) const {
     return s;
 }
 
+String String::operator+(const char *o) const {
+    String s = *this;
+    s += o;
+    return s;
+}
+
+String &String::operator+=(const char *o) {
+    if (!words[0] || !o || !is_ascii(o, std::strlen(o))) {
+        return *this += String(o);
+    }
+    gde.string_operator_plus_eq_cstr(words, o);
+    return *this;
+}
+
 String String::operator+(char32_t c) const {
     String s = *this;
     s += c;

@@ -314,6 +314,17 @@ void ClassDB::register_setup(const Setup &setup) {
     current = entry;
     setup.initialize();
     current = nullptr;
+
+    // Calls by name find inherited methods in the same table.
+    const ClassHooks *base = record.parent->hooks;
+    internal::MethodTable &table = record.hooks->methods;
+    table.reserve(entry->methods.size() + (base ? base->methods.room() : 0));
+    if (base) {
+        base->methods.each([&](const void *name, MethodBind *bind) { table.put(name, bind); });
+    }
+    for (const auto &[name, bind] : entry->methods) {
+        table.put(name, bind);
+    }
 }
 
 void ClassDB::_unregister_all() {
@@ -459,15 +470,8 @@ void MethodBind::ptrcall_from_engine(void *bind, GDExtensionClassInstancePtr sel
 }
 
 MethodBind *ClassDB::get_method(const StringName &class_name, const StringName &method) {
-    Entry *entry = entry_named(class_name);
-    while (entry) {
-        const auto it = entry->methods.find(method.data_unique_pointer());
-        if (it != entry->methods.end()) {
-            return it->second;
-        }
-        entry = entry_of(entry->record->parent);
-    }
-    return nullptr;
+    const Entry *entry = entry_named(class_name);
+    return entry ? entry->record->hooks->methods.find(method.data_unique_pointer()) : nullptr;
 }
 
 void ClassDB::add_property(const StringName &class_name, const PropertyInfo &info, const StringName &setter,

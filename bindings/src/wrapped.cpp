@@ -88,6 +88,21 @@ Wrapped *SingletonRef::fetch() {
     return w;
 }
 
+static void report_refusal(const char *method, const Object *object, const Variant **args, int count,
+                           const GDExtensionCallError &error) {
+    static const char *const reasons[] = {"",
+                                          "no such method",
+                                          "an argument of a wrong type",
+                                          "too many arguments",
+                                          "too few arguments",
+                                          "no instance",
+                                          "the method is not const"};
+    const String target = count > 0 && args[0]->is_string() ? args[0]->stringify() : String();
+    const size_t reason = size_t(error.error) < std::size(reasons) ? size_t(error.error) : 1;
+    ERR_PRINT(vformat("%s('%s') on %s failed: %s (argument %d).", method, target,
+                      object ? object->get_class() : String("null"), reasons[reason], error.argument));
+}
+
 Variant call_vararg(MethodRef &m, GodotObject *owner, const Variant **args, int count) {
     Variant ret;
     GDExtensionMethodBindPtr bind = m.get();
@@ -98,20 +113,28 @@ Variant call_vararg(MethodRef &m, GodotObject *owner, const Variant **args, int 
     gde.object_method_bind_call(bind, owner, reinterpret_cast<const GDExtensionConstVariantPtr *>(args), count, &ret,
                                 &error);
     if (unlikely(error.error != GDEXTENSION_CALL_OK)) {
-        static const char *const reasons[] = {"",
-                                              "no such method",
-                                              "an argument of a wrong type",
-                                              "too many arguments",
-                                              "too few arguments",
-                                              "no instance",
-                                              "the method is not const"};
-        Object *object = static_cast<Object *>(wrap_object(owner));
-        const String target = count > 0 && args[0]->is_string() ? args[0]->stringify() : String();
-        const size_t reason = size_t(error.error) < std::size(reasons) ? size_t(error.error) : 1;
-        ERR_PRINT(vformat("%s('%s') on %s failed: %s (argument %d).", m.method, target,
-                          object ? object->get_class() : String("null"), reasons[reason], error.argument));
+        report_refusal(m.method, static_cast<Object *>(wrap_object(owner)), args, count, error);
     }
     return ret;
+}
+
+bool call_directly(Object *self, const Variant **args, int count, Variant &ret) {
+    const ClassHooks *hooks = self->_gde_class()->hooks;
+    const void *name = args[0]->_name_data();
+    if (!hooks || !name) {
+        return false;
+    }
+    MethodBind *bind = hooks->methods.find(name);
+    if (!bind || gde.object_has_script_method(self->_owner, &name)) {
+        return false;
+    }
+    GDExtensionCallError error{GDEXTENSION_CALL_OK, 0, 0};
+    MethodBind::call_from_engine(bind, static_cast<Wrapped *>(self),
+                                 reinterpret_cast<const GDExtensionConstVariantPtr *>(args + 1), count - 1, &ret, &error);
+    if (unlikely(error.error != GDEXTENSION_CALL_OK)) {
+        report_refusal("call", self, args, count, error);
+    }
+    return true;
 }
 
 bool ref_init(Object *o) {

@@ -70,17 +70,17 @@ void PileCore::recount() {
     }
 }
 
+rules::PileGrid PileCore::grid() const {
+    return {cols, rows, spacing.x, spacing.y, layer_h, flat, show_limit};
+}
+
+Vector3 PileCore::slot_in(const rules::PileGrid &cells, const Transform3D &at, int i) {
+    const rules::Place place = rules::pile_place(cells, i);
+    return at.xform(Vector3((real_t)place.x, (real_t)place.y, (real_t)place.z));
+}
+
 Vector3 PileCore::slot_global(int i) const {
-    rules::PileGrid grid;
-    grid.cols = cols;
-    grid.rows = rows;
-    grid.spacing_x = spacing.x;
-    grid.spacing_z = spacing.y;
-    grid.layer_h = layer_h;
-    grid.flat = flat;
-    grid.show_limit = show_limit;
-    const rules::Place at = rules::pile_place(grid, i);
-    return world_transform(this).xform(Vector3((real_t)at.x, (real_t)at.y, (real_t)at.z));
+    return slot_in(grid(), world_transform(this), i);
 }
 
 void PileCore::add(ItemCore *it, double dur) {
@@ -89,8 +89,9 @@ void PileCore::add(ItemCore *it, double dur) {
         return;
     }
     count_up(it->kind_id, 1);
-    it->set_target_yaw(yaw_of(world_transform(this)));
-    it->fly_to(slot_global(n), dur);
+    const Transform3D at = world_transform(this);
+    it->set_target_yaw(yaw_of(at));
+    it->fly_to(slot_in(grid(), at, n), dur);
     it->follow_speed = 25.0;
     it->hide_on_arrival = show_limit > 0 && n >= show_limit;
     _count_sign();
@@ -138,13 +139,15 @@ void PileCore::drop(const String &k, int n) {
 
 void PileCore::_reflow() {
     const int shown = show_limit > 0 ? std::min(count(), show_limit) : count();
+    const rules::PileGrid cells = grid();
+    const Transform3D at = world_transform(this);
     for (int i = 0; i < shown; i++) {
         ItemCore *it = items[i];
         it->hide_on_arrival = false;
         if (!it->is_visible()) {
             it->set_visible(true);
         }
-        const Vector3 slot = slot_global(i);
+        const Vector3 slot = slot_in(cells, at, i);
         if (it->target != slot) {
             it->set_target(slot);
         }

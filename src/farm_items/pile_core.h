@@ -12,6 +12,7 @@
 #include "farm_items/item_core.h"
 #include "farm_items/item_list.h"
 #include "fields.h"
+#include "rules/stacking.h"
 
 namespace tilm {
 using namespace godot;
@@ -70,6 +71,8 @@ private:
 
     static void lost_item(void *self, ItemCore *it);
     void count_up(KindId id, int by);
+    rules::PileGrid grid() const;
+    static Vector3 slot_in(const rules::PileGrid &cells, const Transform3D &at, int i);
 
     std::vector<KindCount> counts;
 };

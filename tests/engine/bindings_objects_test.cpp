@@ -348,6 +348,21 @@ TEST_F(BindingsObjects, BoundMethodsServeScriptsOfDerivedClassesToo) {
     EXPECT_EQ(ClassDBSingleton::get_singleton()->class_get_integer_constant("ProbeBase", "CROSS"), 7);
 }
 
+TEST_F(BindingsObjects, AScriptOnAnObjectComesBeforeItsBoundMethods) {
+    ProbeChild *p = add<ProbeChild>();
+    EXPECT_EQ(int(p->call("add", 1, 2)), 3);
+    Ref<RefCounted> script = ClassDB::instantiate("GDScript");
+    script->call("set_source_code", "extends ProbeChild\n@warning_ignore(\"native_method_override\")\n"
+                                    "func add(a, _b = 0):\n\treturn -a\nfunc only_here():\n\treturn add(4)\n");
+    ASSERT_EQ(int(script->call("reload")), OK);
+    p->set_script(script);
+    EXPECT_EQ(int(p->call("add", 7, 2)), -7);
+    EXPECT_EQ(int(p->call("only_here")), -4);
+    EXPECT_EQ(int(p->call("measure", Array(), Dictionary(), Vector3(), Callable())), 0);
+    p->set_script(Variant());
+    EXPECT_EQ(int(p->call("add", 1, 2)), 3);
+}
+
 TEST_F(BindingsObjects, CallsThatDoNotFitAreRefused) {
     ProbeBase *p = add<ProbeBase>();
     Ref<ProbeCounted> counted(memnew(ProbeCounted));

@@ -116,6 +116,7 @@ TEST(BindingsContainers, ArraysShareAndDictionariesReadWithoutAdding) {
     TypedArray<int64_t> typed;
     typed.push_back(1);
     expect_engine_error("Attempted to push_back");
+    expect_engine_error("typed.validate");
     typed.push_back("no");
     EXPECT_EQ(typed.size(), 1);
     TypedArray<Node3D> nodes;

@@ -14,6 +14,7 @@
 #include <godot_cpp/classes/sphere_mesh.hpp>
 #include <godot_cpp/classes/torus_mesh.hpp>
 #include <godot_cpp/variant/packed_color_array.hpp>
+#include <godot_cpp/variant/packed_float32_array.hpp>
 #include <godot_cpp/variant/packed_int32_array.hpp>
 #include <godot_cpp/variant/packed_vector2_array.hpp>
 #include <godot_cpp/variant/packed_vector3_array.hpp>
@@ -410,6 +411,23 @@ TEST(Icons, KindsAndProductsAreToldApart) {
 TEST(Scenery, BuildsTheLandOnce) {
     Node3D *land = Scenery::ground(stage());
     EXPECT_NE(land->get_node_or_null(NodePath("Ground")), nullptr);
+    // Grass grows all over, but neither on the walkways nor where the plan builds.
+    const Vector2 coop(-7, -8), tile(-9.5f, 1.2f);
+    int64_t tufts = 0;
+    for (int32_t i = 0; i < land->get_child_count(); i++) {
+        auto *batch = Object::cast_to<MultiMeshInstance3D>(land->get_child(i));
+        if (batch == nullptr || !String(batch->get_name()).begins_with("Tufts")) {
+            continue;
+        }
+        const PackedFloat32Array rows = batch->get_multimesh()->get_buffer();
+        for (int64_t k = 0; k + 11 < rows.size(); k += 12) {
+            const Vector2 at(rows[k + 3], rows[k + 11]);
+            tufts++;
+            EXPECT_GT(at.distance_to(coop), 2.5) << at.x << " " << at.y;
+            EXPECT_GT(at.distance_to(tile), 1.4) << at.x << " " << at.y;
+        }
+    }
+    EXPECT_GT(tufts, 5000);
     Node3D *fence = Scenery::fence(37.2f);
     const AABB box = Object::cast_to<MeshInstance3D>(fence)->get_mesh()->get_aabb();
     EXPECT_NEAR(box.size.z, 37.2f, 0.6f);

@@ -10,6 +10,7 @@
 #include "game/actors/item.h"
 #include "game/actors/player.h"
 #include "game/actors/producer.h"
+#include "game/actors/sell_counter.h"
 #include "game/actors/stack_carrier.h"
 #include "game/actors/unlock_tile.h"
 #include "game/data/farm_data.h"
@@ -65,6 +66,11 @@ protected:
             }
         }
         return nullptr;
+    }
+
+    CashTile *egg_cash() const {
+        SellCounter *stall = Object::cast_to<SellCounter>(world->node_of("stall_egg"));
+        return stall ? stall->cash_tile() : nullptr;
     }
 
     static Dictionary farm(int64_t money, const Dictionary &levels) {
@@ -173,7 +179,8 @@ TEST_F(WorldTest, GoodsMoneyAndPlaceComeBackAsLeft) {
     for (int i = 0; i < 3; i++) {
         world->farmer()->carrier()->add(Item::spawn("corn", Vector3()));
     }
-    world->cash_list().back()->add_money(40, 10, Vector3());
+    ASSERT_NE(egg_cash(), nullptr);
+    egg_cash()->add_money(40, 10, Vector3());
     world->farmer()->set_position(Vector3(9.5, 0, -25));
     int trough = zone("coop_a_feed")->get_pile()->count();
     EXPECT_GT(trough, 0) << "a new coop has had its free feed";
@@ -185,7 +192,7 @@ TEST_F(WorldTest, GoodsMoneyAndPlaceComeBackAsLeft) {
     EXPECT_EQ(zone("stall_egg")->get_pile()->count_kind("egg"), 7);
     EXPECT_EQ(zone("coop_a_feed")->get_pile()->count(), trough) << "free feed comes once";
     EXPECT_EQ(world->farmer()->carrier()->count_kind("corn"), 3);
-    EXPECT_EQ(world->cash_list().back()->total(), 40);
+    EXPECT_EQ(egg_cash()->total(), 40);
     EXPECT_NEAR(world->farmer()->get_position().x, 9.5, 0.01);
     EXPECT_NEAR(world->farmer()->get_position().z, -25, 0.01);
     world->save_now();
@@ -198,6 +205,7 @@ TEST_F(WorldTest, GoodsMoneyAndPlaceComeBackAsLeft) {
 TEST_F(WorldTest, ADamagedFarmLoadsWhatIsSound) {
     Dictionary levels;
     levels["coop_a"] = 2.0;
+    levels["field_corn"] = 1;
     levels["stall_egg"] = "many";
     levels["coop_b"] = -3;
     levels["corn_workers"] = 1e300;

@@ -1,6 +1,8 @@
 // Light, sky and the land itself: the strip's ground, its tufts and stones, hedge trees and hills behind.
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <vector>
 
 #include <godot_cpp/classes/directional_light3d.hpp>
@@ -12,6 +14,7 @@
 #include <godot_cpp/classes/rendering_server.hpp>
 #include <godot_cpp/classes/sky.hpp>
 #include <godot_cpp/classes/world_environment.hpp>
+#include <godot_cpp/variant/packed_float32_array.hpp>
 
 #include "game/art/art_materials.h"
 #include "game/art/art_state.h"
@@ -49,9 +52,18 @@ void add_batch(Node3D *land, const Spread &what, const std::vector<Transform3D> 
     multi->set_mesh(what.mesh);
     multi->set_instance_count(int32_t(places.size()));
     multi->set_custom_aabb(box);
-    for (size_t i = 0; i < places.size(); i++) {
-        multi->set_instance_transform(int32_t(i), places[i]);
+    // One write for all: rows of the basis with the origin's part at their ends.
+    PackedFloat32Array rows;
+    rows.resize(int64_t(places.size()) * 12);
+    float *out = rows.ptrw();
+    for (const Transform3D &at : places) {
+        for (int row = 0; row < 3; row++) {
+            const Vector3 &axis = at.basis.rows[row];
+            const float part[4] = {float(axis.x), float(axis.y), float(axis.z), float(at.origin[row])};
+            out = std::copy(part, part + 4, out);
+        }
     }
+    multi->set_buffer(rows);
     MultiMeshInstance3D *node = memnew(MultiMeshInstance3D);
     node->set_name(what.name);
     node->set_multimesh(multi);
@@ -110,26 +122,33 @@ Ref<Mesh> tree_mesh(float v) {
     return mesh;
 }
 
-// Where the plan puts something on the ground of one chunk: rectangles that grass keeps off.
-std::vector<Rect2> taken_ground(float x0) {
+// Where the plan puts something on the ground: rectangles that grass keeps off.
+std::vector<Rect2> taken_ground() {
     std::vector<Rect2> taken;
-    const auto take = [&taken, x0](const Rect2 &area) {
-        if (area.position.x < x0 + CHUNK && area.position.x + area.size.x > x0) {
-            taken.push_back(area);
-        }
-    };
     const Array plan = FarmData::plan();
     for (int64_t i = 0; i < plan.size(); i++) {
         const Dictionary entry = plan[i];
+        const bool producer = entry.get("kind", Variant()) == Variant("producer");
         for (const char *key : {"pos", "pad", "pallet"}) {
-            const Vector2 at = entry.get(key, Vector2(0, 1000));
-            const bool building = String(entry.get("kind", "")) == String("producer") && key[1] == 'o';
-            const Vector2 half = building ? Vector2(3.2f, 4.2f) : Vector2(1.75f, 1.75f);
-            take(Rect2(at - half, half * 2));
+            if (entry.has(key)) {
+                const Vector2 at = entry[key];
+                const Vector2 half = producer && key[1] == 'o' ? Vector2(3.2f, 4.2f) : Vector2(1.75f, 1.75f);
+                taken.push_back(Rect2(at - half, half * 2));
+            }
         }
-        take(entry.get("rect", Rect2(0, 1000, 0, 0)));
+        if (entry.has("rect")) {
+            taken.push_back(entry["rect"]);
+        }
     }
     return taken;
+}
+
+std::vector<Rect2> within(const std::vector<Rect2> &all, float x0) {
+    std::vector<Rect2> near;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(near), [x0](const Rect2 &area) {
+        return area.position.x < x0 + CHUNK && area.position.x + area.size.x > x0;
+    });
+    return near;
 }
 
 // Grass keeps off the walkways and off whatever the plan puts down.
@@ -289,10 +308,11 @@ Node3D *Scenery::ground(Node *parent) {
     const Spread tufts = {"Tufts", tuft_mesh(), Models::shader_material(art_shader::TUFT)};
     const Spread blooms = {"Flowers", flower_mesh(), Models::shader_material(art_shader::TUFT)};
     const Spread stones = {"Stones", stone_mesh(), Models::farm_material(true)};
+    const std::vector<Rect2> all_taken = taken_ground();
     int chunk = 0;
     for (float x = LEFT; x < RIGHT; x += CHUNK, chunk++) {
         const AABB box(Vector3(x - 1, -1, -35), Vector3(CHUNK + 2, 3, 64));
-        const std::vector<Rect2> taken = taken_ground(x);
+        const std::vector<Rect2> taken = within(all_taken, x);
         add_batch(land, tufts, scatter(taken, 1000 + 40 * chunk, x, 620, 0.6f, 1.25f), box);
         add_batch(land, blooms, scatter(taken, 1010 + 40 * chunk, x, 110, 0.8f, 1.3f), box);
         add_batch(land, stones, scatter(taken, 1020 + 40 * chunk, x, 26, 0.5f, 1.1f), box);

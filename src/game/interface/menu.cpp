@@ -85,6 +85,7 @@ void Menu::_ready() {
     middle->set_anchors_preset(Control::PRESET_BOTTOM_WIDE);
     middle->set_offset(SIDE_TOP, -560);
     middle->set_offset(SIDE_BOTTOM, -40);
+    middle->set_v_grow_direction(Control::GROW_DIRECTION_BEGIN);
     middle->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     card_holder->add_child(middle);
     PanelContainer *panel = memnew(PanelContainer);
@@ -152,7 +153,7 @@ Control *Menu::logo(double scale) {
     plate->add_theme_stylebox_override(TM_NAME("panel"), wood);
     plate->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     box->add_child(plate);
-    Label *word = plain_label("TILMARCH", static_cast<int>(104 * k), UI::hex("ffe082"));
+    Label *word = plain_label("TILMARCH", static_cast<int>(108 * k), UI::hex("ffe082"));
     word->add_theme_color_override(TM_NAME("font_outline_color"), UI::hex("3e2210"));
     word->add_theme_constant_override(TM_NAME("outline_size"), static_cast<int>(30 * k));
     word->add_theme_color_override(TM_NAME("font_shadow_color"), Color(0, 0, 0, 0.45f));

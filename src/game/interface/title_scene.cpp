@@ -170,7 +170,7 @@ void TitleScene::build_ground() {
     for (int i = 0; i < 8; ++i) {
         const float x = -77.0f + 22.0f * static_cast<float>(i) + (random() - 0.5f) * 8.0f;
         const float height = 10.0f + random() * 4.0f;
-        Models::sphere(20.0f, pal::tone(0x79b86a, random() * 0.1f), Vector3(x, height - 16.0f, -62.0f), stage,
+        Models::sphere(20.0f, pal::tone(0x3f7f4a, random() * 0.1f), Vector3(x, height - 16.0f, -62.0f), stage,
                        Vector3(1.4f, 0.8f, 0.6f), 18);
     }
     Models::mesh_instance(round_plane(2.9f), pal::col(0xd8c08a), Vector3(5.6f, 0.02f, 3.4f), stage, false)

@@ -53,7 +53,7 @@ ToastLane::ToastLane(Control *root) {
 void ToastLane::relayout(const Vector2 &screen) {
     const bool tall = screen.y > 1.15 * screen.x;
     queue.set_limits(lane_room, tall ? 4 : 6);
-    below_bars = tall ? 430.0f : 28.0f;
+    below_bars = tall ? 350.0f : 28.0f;
     text_room = tall ? std::min(560.0, screen.x - 160.0) : 620.0;
     lane->set_offset(SIDE_TOP, below_bars);
 }
@@ -110,10 +110,12 @@ ToastLane::Row ToastLane::make_row(const rules::ToastQueue::Toast &toast) {
     const Ref<StyleBoxFlat> style = UI::box(UI::hex(look.face), 26, UI::hex(look.edge), 3, 6);
     panel->add_theme_stylebox_override(TM_NAME("panel"), style);
     panel->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
+    panel->set_layout_direction(Control::LAYOUT_DIRECTION_LTR); // it is placed by hand in its slot
     row.panel = panel;
     HBoxContainer *line = memnew(HBoxContainer);
     line->add_theme_constant_override(TM_NAME("separation"), 12);
     line->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
+    UI::mirror(line);
     panel->add_child(line);
     if (look.glyph[0] != '\0') {
         line->add_child(UI::glyph(look.glyph, 34, UI::hex("ffffff")));

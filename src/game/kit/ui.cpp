@@ -65,6 +65,18 @@ Ref<FontFile> load_font(const String &path) {
     return file;
 }
 
+// A line's height is taken from the font with all its fallbacks, each run's from its own part: both are to be lowered.
+Ref<FontVariation> lowered(const Ref<Font> &base, int size) {
+    constexpr double ascent = 1.06; // of the size: capitals with an outline and Arabic marks fit
+    constexpr double descent = 0.42;
+    Ref<FontVariation> low;
+    low.instantiate();
+    low->set_base_font(base);
+    low->set_spacing(TextServer::SPACING_TOP, -static_cast<int>(std::max(0.0, base->get_ascent(size) - ascent * size)));
+    low->set_spacing(TextServer::SPACING_BOTTOM, -static_cast<int>(std::max(0.0, base->get_descent(size) - descent * size)));
+    return low;
+}
+
 Color dim(const Color &c, float k) {
     return Color(c.r * k, c.g * k, c.b * k, c.a);
 }
@@ -132,13 +144,13 @@ Ref<Font> UI::font_at(int size) {
     if (known.get_type() == Variant::OBJECT) {
         return known;
     }
-    constexpr double ascent = 1.04; // of the size; Latin capitals with an outline and Arabic marks fit
-    constexpr double descent = 0.36;
-    Ref<FontVariation> tight;
-    tight.instantiate();
-    tight->set_base_font(font());
-    tight->set_spacing(TextServer::SPACING_TOP, -static_cast<int>(std::max(0.0, font()->get_ascent(size) - ascent * size)));
-    tight->set_spacing(TextServer::SPACING_BOTTOM, -static_cast<int>(std::max(0.0, font()->get_descent(size) - descent * size)));
+    const Ref<FontVariation> tight = lowered(font(), size);
+    const TypedArray<Font> behind = font()->get_fallbacks();
+    TypedArray<Font> fallbacks;
+    for (int64_t i = 0; i < behind.size(); ++i) {
+        fallbacks.push_back(lowered(behind[i], size));
+    }
+    tight->set_fallbacks(fallbacks);
     kit().fonts_by_size[size] = tight;
     return tight;
 }

@@ -26,6 +26,55 @@ struct VirtualEntry {
     VirtualThunk thunk;
 };
 
+// Bound methods by the data of their names: a table with open addressing, sized once.
+class MethodTable {
+    struct Slot {
+        const void *name;
+        MethodBind *bind;
+    };
+    std::vector<Slot> slots;
+
+    size_t slot_of(const void *name) const {
+        return size_t((uint64_t(reinterpret_cast<uintptr_t>(name)) * 0x9e3779b97f4a7c15ull) >> 32) & (slots.size() - 1);
+    }
+
+public:
+    void reserve(size_t count) {
+        size_t size = 4;
+        while (size < count * 2) {
+            size *= 2;
+        }
+        slots.assign(size, {nullptr, nullptr});
+    }
+    void put(const void *name, MethodBind *bind) {
+        size_t i = slot_of(name);
+        while (slots[i].name && slots[i].name != name) {
+            i = (i + 1) & (slots.size() - 1);
+        }
+        slots[i] = {name, bind};
+    }
+    MethodBind *find(const void *name) const {
+        if (slots.empty()) {
+            return nullptr;
+        }
+        for (size_t i = slot_of(name); slots[i].name; i = (i + 1) & (slots.size() - 1)) {
+            if (slots[i].name == name) {
+                return slots[i].bind;
+            }
+        }
+        return nullptr;
+    }
+    template <typename F>
+    void each(const F &fn) const {
+        for (const Slot &s : slots) {
+            if (s.name) {
+                fn(s.name, s.bind);
+            }
+        }
+    }
+    size_t room() const { return slots.size(); }
+};
+
 // Functions of a class that the engine asks for. Each list runs from the base class to the derived one.
 struct ClassHooks {
     std::vector<bool (*)(Wrapped *, const StringName &, const Variant &)> set;
@@ -36,8 +85,8 @@ struct ClassHooks {
     std::vector<void (*)(const Wrapped *, PropertyInfo &)> validate;
     String (*to_string)(const Wrapped *) = nullptr;
     bool notified = false;
-    bool collected = false;
     std::vector<VirtualEntry> virtuals; // including those of the bases
+    MethodTable methods;                // likewise
 };
 
 // One for each class, engine's and ours. Constant-initialised.

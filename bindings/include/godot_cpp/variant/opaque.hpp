@@ -55,6 +55,8 @@ struct Later {
     using Type = T;
 };
 
+class BorrowedName;
+
 struct BuiltinFns {
     GDExtensionPtrConstructor make;
     GDExtensionPtrConstructor copy;

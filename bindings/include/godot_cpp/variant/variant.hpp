@@ -290,6 +290,8 @@ public:
     // 0 if it is no object.
     uint64_t get_object_instance_id() const { return type == OBJECT ? take<uint64_t>() : 0; }
     Type get_type() const { return Type(type); }
+    // The interned data if it is a name, else null.
+    const void *_name_data() const { return type == STRING_NAME ? take<const void *>() : nullptr; }
     GDExtensionVariantPtr _native_ptr() const { return const_cast<Variant *>(this); }
 
     bool operator==(const Variant &o) const;
@@ -364,6 +366,21 @@ private:
     Variant(String &&v, int) : type(STRING) { new (mem) String(std::move(v)); }
 };
 static_assert(sizeof(Variant) == 24);
+
+namespace internal {
+
+// A name in the form of a Variant for the time of a call, without a count of its own.
+class BorrowedName {
+    int32_t type = Variant::STRING_NAME;
+    alignas(8) const void *mem[2];
+
+public:
+    explicit BorrowedName(const StringName &name) : mem{name.data_unique_pointer(), nullptr} {}
+    const Variant *ptr() const { return reinterpret_cast<const Variant *>(this); }
+};
+static_assert(sizeof(BorrowedName) == sizeof(Variant));
+
+} // namespace internal
 
 // Orders and keys for containers.
 struct VariantHasher {

@@ -57,11 +57,11 @@ public:
     bool operator>(const String &o) const { return o < *this; }
     bool operator>=(const String &o) const { return !(*this < o); }
     String operator+(const String &o) const;
-    String operator+(const char *o) const { return *this + String(o); }
+    String operator+(const char *o) const;
     String operator+(const char32_t *o) const { return *this + String(o); }
     String operator+(char32_t c) const;
     String &operator+=(const String &o);
-    String &operator+=(const char *o) { return *this += String(o); }
+    String &operator+=(const char *o);
     String &operator+=(const char32_t *o) { return *this += String(o); }
     String &operator+=(char32_t c);
     String operator%(const Variant &values) const;
