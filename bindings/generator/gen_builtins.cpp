@@ -85,9 +85,10 @@ std::string vararg_template(const Api &api, const json &method, const Type &ret,
         first += (borrowed ? "" : "&") + held + (borrowed ? ".ptr(), " : ", ");
     }
     out += "        std::array<Variant, sizeof...(Args) + 1> values{Variant(p_args)...};\n";
-    out += "        std::array<const Variant *, " + n + " + 1> ptrs{" + first.substr(0, first.size() - (first.empty() ? 0 : 2)) +
-           "};\n";
-    out += "        for (size_t i = 0; i < sizeof...(Args); ++i) {\n            ptrs[" + count + " + i] = &values[i];\n        }\n";
+    out += "        std::array<const Variant *, " + n + " + 1> ptrs{" +
+           first.substr(0, first.size() - (first.empty() ? 0 : 2)) + "};\n";
+    out += "        for (size_t i = 0; i < sizeof...(Args); ++i) {\n            ptrs[" + count +
+           " + i] = &values[i];\n        }\n";
     out += std::string("        ") + (ret.kind == Type::VOID ? "" : "return ") + name + "_internal(ptrs.data(), int(" +
            n + "));\n    }\n";
     return out;

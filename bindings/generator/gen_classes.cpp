@@ -71,7 +71,7 @@ struct Writer {
 
     void constants() {
         for (const json &e : c.value("enums", json::array())) {
-            header += "    enum " + get(e, "name") + (flag(e, "is_bitfield") ? " : uint64_t" : "") + " {\n";
+            header += "    enum " + get(e, "name") + enum_base(e) + " {\n";
             for (const json &v : e["values"]) {
                 header += "        " + get(v, "name") + " = " + std::to_string(v["value"].get<int64_t>()) + ",\n";
             }
@@ -115,7 +115,8 @@ struct Writer {
             cpp += ret.cpp + " " + name + "::" + fn + "_internal(const Variant **args, int count)" + suffix + " {\n" +
                    ref_line(m, raw_name);
             if (name == "Object" && fn == "call") {
-                cpp += "    Variant ret;\n    if (internal::call_directly(this, args, count, ret)) {\n        return ret;\n    }\n";
+                cpp += "    Variant ret;\n    if (internal::call_directly(this, args, count, ret)) {\n        return "
+                       "ret;\n    }\n";
             }
             const std::string call = "internal::call_vararg(m, " + owner + ", args, count)";
             if (ret.kind == Type::VOID) {

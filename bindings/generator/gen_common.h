@@ -45,6 +45,8 @@ Type type_named(const Api &api, const std::string &name, const std::string &meta
 
 std::string default_value(const Api &api, const Type &type, const std::string &text);
 std::string snake_case(const std::string &name);
+// The underlying type of an enum, fixed: values come from outside, and any number must be a valid value.
+std::string enum_base(const json &e);
 std::string safe_name(const std::string &name);
 // The C++ name of a class: ClassDB would clash with the registration class.
 std::string class_name(const std::string &name);

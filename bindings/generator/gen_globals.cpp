@@ -21,7 +21,7 @@ static void emit_constants(const Api &api, const std::string &include) {
         if (name.find('.') != std::string::npos || name == "EulerOrder" || name == "ClockDirection") {
             continue;
         }
-        out += "enum " + name + (flag(e, "is_bitfield") ? " : uint64_t" : "") + " {\n";
+        out += "enum " + name + enum_base(e) + " {\n";
         for (const json &v : e["values"]) {
             out += "    " + get(v, "name") + " = " + std::to_string(v["value"].get<int64_t>()) + ",\n";
         }

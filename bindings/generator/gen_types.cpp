@@ -2,7 +2,6 @@
 
 #include <cctype>
 #include <fstream>
-#include <regex>
 #include <sstream>
 
 #include "gen_common.h"
@@ -25,15 +24,29 @@ const json &args_of(const json &method) {
     return it == method.end() ? none : *it;
 }
 
+// "MultiMeshInstance3D" is multi_mesh_instance3d, "HTTPRequest" http_request.
 std::string snake_case(const std::string &name) {
-    static const std::regex words("(.)([A-Z][a-z]+)"), humps("([a-z0-9])([A-Z])"), d2("2_D"), d3("3_D");
-    std::string s = std::regex_replace(name, words, "$1_$2");
-    s = std::regex_replace(s, humps, "$1_$2");
-    s = std::regex_replace(std::regex_replace(s, d2, "2D"), d3, "3D");
-    for (char &c : s) {
-        c = char(std::tolower(static_cast<unsigned char>(c)));
+    const auto upper = [](char c) { return c >= 'A' && c <= 'Z'; };
+    const auto lower = [](char c) { return c >= 'a' && c <= 'z'; };
+    std::string out;
+    for (size_t i = 0; i < name.size(); ++i) {
+        const char c = name[i], before = i ? name[i - 1] : '\0', after = i + 1 < name.size() ? name[i + 1] : '\0';
+        const bool dimension = c == 'D' && (before == '2' || before == '3') && !lower(after);
+        if (i && upper(c) && !dimension && (lower(after) || !upper(before))) {
+            out += '_';
+        }
+        out += char(std::tolower(static_cast<unsigned char>(c)));
     }
-    return s;
+    return out;
+}
+
+std::string enum_base(const json &e) {
+    bool fits = true;
+    for (const json &v : e["values"]) {
+        const int64_t value = v["value"].get<int64_t>();
+        fits = fits && value == int32_t(value);
+    }
+    return flag(e, "is_bitfield") ? " : uint64_t" : (fits ? " : int" : " : int64_t");
 }
 
 std::string safe_name(const std::string &name) {

@@ -130,7 +130,8 @@ bool call_directly(Object *self, const Variant **args, int count, Variant &ret) 
     }
     GDExtensionCallError error{GDEXTENSION_CALL_OK, 0, 0};
     MethodBind::call_from_engine(bind, static_cast<Wrapped *>(self),
-                                 reinterpret_cast<const GDExtensionConstVariantPtr *>(args + 1), count - 1, &ret, &error);
+                                 reinterpret_cast<const GDExtensionConstVariantPtr *>(args + 1), count - 1, &ret,
+                                 &error);
     if (unlikely(error.error != GDEXTENSION_CALL_OK)) {
         report_refusal("call", self, args, count, error);
     }

@@ -115,6 +115,19 @@ TEST(UiKit, Money) {
     EXPECT_EQ(UI::money_short(3400000000), String("$3.4B"));
 }
 
+TEST(UiKit, WrappedTextFitsItsWidth) {
+    const String text = "HIRE GUARDS: A DAY AND A NIGHT GUARD\nFOR EVERY TWO AREAS";
+    const String wrapped = UI::wrapped(text, 30, 300);
+    EXPECT_EQ(wrapped.replace("\n", " "), text.replace("\n", " ")) << "no word is lost";
+    const PackedStringArray lines = wrapped.split("\n");
+    EXPECT_GT(lines.size(), 2);
+    for (int64_t i = 0; i < lines.size(); ++i) {
+        EXPECT_LE(UI::text_width(lines[i], 30), 300.0);
+    }
+    EXPECT_EQ(UI::wrapped("ONEVERYLONGWORDTHATFITSNOWHERE", 30, 40), String("ONEVERYLONGWORDTHATFITSNOWHERE"));
+    EXPECT_EQ(UI::wrapped("", 30, 40), String(""));
+}
+
 TEST(UiKit, MissingIconIsReportedOnceAndHarmless) {
     expect_engine_error("icon \"no_such_icon\" is missing");
     EXPECT_TRUE(UI::icon("no_such_icon").is_null());

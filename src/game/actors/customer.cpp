@@ -90,13 +90,14 @@ void Customer::make_bubble() {
     bubble = memnew(Node3D);
     bubble->set_name("Bubble");
     bubble->set_position(Vector3(0, 2.35, 0));
+    bubble->set_rotation(Vector3(-0.72, 0, 0)); // towards the camera, which looks down on it
     add_child(bubble);
     bubble->add_child(Models::bake("order_bubble", Models::fn_node(&bubble_model), false, true));
     icon = memnew(MeshInstance3D);
     icon->set_mesh(Models::item_mesh("item_" + customer_brain->kind));
     icon->set_material_override(Models::farm_material());
     icon->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
-    icon->set_position(Vector3(-0.22, -0.16, 0.05));
+    icon->set_position(Vector3(-0.22, -0.14, 0.05));
     icon->set_scale(Vector3(0.8, 0.8, 0.8));
     bubble->add_child(icon);
     number = Models::label3d("", 40, ordered, Vector3(0.24, 0, 0.06), bubble, true, 0);

@@ -71,8 +71,9 @@ Button *wide(const String &text, const char *color, int size) {
 }
 
 Label *plain_label(const String &text, int size, const Color &color) {
-    Label *l = UI::label(text, size, color);
+    Label *l = UI::label(String(), size, color);
     l->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED);
+    l->set_text(text);
     return l;
 }
 

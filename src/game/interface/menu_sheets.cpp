@@ -87,7 +87,8 @@ void Menu::_show_farms() {
         }
     }
     UI::let_scroll(list);
-    scroll->set_custom_minimum_size(Vector2(600, std::min(660.0f, static_cast<float>(list->get_combined_minimum_size().y))));
+    scroll->set_custom_minimum_size(
+        Vector2(600, std::min(660.0f, static_cast<float>(list->get_combined_minimum_size().y))));
     Button *fresh = wide("NEW FARM", "43a047", 34);
     fresh->set_disabled(joined || count >= farm_limit);
     fresh->set_name("NewFarm");

@@ -73,7 +73,8 @@ Ref<FontVariation> lowered(const Ref<Font> &base, int size) {
     low.instantiate();
     low->set_base_font(base);
     low->set_spacing(TextServer::SPACING_TOP, -static_cast<int>(std::max(0.0, base->get_ascent(size) - ascent * size)));
-    low->set_spacing(TextServer::SPACING_BOTTOM, -static_cast<int>(std::max(0.0, base->get_descent(size) - descent * size)));
+    low->set_spacing(TextServer::SPACING_BOTTOM,
+                     -static_cast<int>(std::max(0.0, base->get_descent(size) - descent * size)));
     return low;
 }
 

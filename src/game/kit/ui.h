@@ -27,7 +27,7 @@ class UI : public RefCounted {
 public:
     static void setup_statics();
 
-    static Ref<Font> font();   // Latin with the Arabic font behind it; the engine's own when the files are missing
+    static Ref<Font> font(); // Latin with the Arabic font behind it; the engine's own when the files are missing
     // The same font with lines as tight as Latin text needs them; its Arabic part alone would set them far apart.
     static Ref<Font> font_at(int size);
     static Ref<Theme> theme(); // shared by the whole game: the font at size 34

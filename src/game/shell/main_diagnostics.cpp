@@ -133,7 +133,8 @@ void Main::move_to(const Vector2 &at) {
 // Opens the active farm of another save as if a friend had sent it.
 void Main::open_visit_save() {
     const String path = vformat("user://save_%s.json", String::utf8(options.visit_save.c_str()));
-    const Variant read = JSON::parse_string(FileAccess::get_file_as_string(path));
+    const bool there = FileAccess::file_exists(path);
+    const Variant read = there ? JSON::parse_string(FileAccess::get_file_as_string(path)) : Variant();
     const Dictionary doc = read.get_type() == Variant::DICTIONARY ? Dictionary(read) : Dictionary();
     const Variant rows = doc.get("farms", Variant());
     const Array farms = rows.get_type() == Variant::ARRAY ? Array(rows) : Array();

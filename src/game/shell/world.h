@@ -173,6 +173,7 @@ protected:
 private:
     friend class FarmDocument;
 
+    static void set_under_construction(World *world);
     void build_scene();
     bool raise_levels();
     void buy_cheapest(int n);

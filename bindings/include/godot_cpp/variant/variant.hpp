@@ -51,7 +51,7 @@ class Variant {
     alignas(8) unsigned char mem[16];
 
 public:
-    enum Type {
+    enum Type : int {
         NIL,
         BOOL,
         INT,
@@ -94,7 +94,7 @@ public:
         VARIANT_MAX
     };
 
-    enum Operator {
+    enum Operator : int {
         OP_EQUAL,
         OP_NOT_EQUAL,
         OP_LESS,

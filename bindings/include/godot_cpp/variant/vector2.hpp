@@ -9,7 +9,7 @@ class String;
 struct Vector2i;
 
 struct Vector2 {
-    enum Axis { AXIS_X, AXIS_Y };
+    enum Axis : int { AXIS_X, AXIS_Y };
     static constexpr int AXIS_COUNT = 2;
 
     union {

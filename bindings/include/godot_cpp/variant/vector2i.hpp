@@ -5,7 +5,7 @@
 namespace godot {
 
 struct Vector2i {
-    enum Axis { AXIS_X, AXIS_Y };
+    enum Axis : int { AXIS_X, AXIS_Y };
     static constexpr int AXIS_COUNT = 2;
 
     union {

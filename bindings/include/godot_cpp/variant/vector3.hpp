@@ -11,7 +11,7 @@ struct Basis;
 struct Vector3i;
 
 struct Vector3 {
-    enum Axis { AXIS_X, AXIS_Y, AXIS_Z };
+    enum Axis : int { AXIS_X, AXIS_Y, AXIS_Z };
     static constexpr int AXIS_COUNT = 3;
 
     union {

@@ -5,7 +5,7 @@
 namespace godot {
 
 struct Vector3i {
-    enum Axis { AXIS_X, AXIS_Y, AXIS_Z };
+    enum Axis : int { AXIS_X, AXIS_Y, AXIS_Z };
     static constexpr int AXIS_COUNT = 3;
 
     union {

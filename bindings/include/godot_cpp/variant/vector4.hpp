@@ -8,7 +8,7 @@ class String;
 struct Vector4i;
 
 struct Vector4 {
-    enum Axis { AXIS_X, AXIS_Y, AXIS_Z, AXIS_W };
+    enum Axis : int { AXIS_X, AXIS_Y, AXIS_Z, AXIS_W };
     static constexpr int AXIS_COUNT = 4;
 
     union {

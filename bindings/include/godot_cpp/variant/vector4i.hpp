@@ -5,7 +5,7 @@
 namespace godot {
 
 struct Vector4i {
-    enum Axis { AXIS_X, AXIS_Y, AXIS_Z, AXIS_W };
+    enum Axis : int { AXIS_X, AXIS_Y, AXIS_Z, AXIS_W };
     static constexpr int AXIS_COUNT = 4;
 
     union {
