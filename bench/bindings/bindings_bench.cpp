@@ -86,7 +86,8 @@ public:
         target->connect("rang", callable_mp(target, &BenchTarget::heard));
         const StringName rang("rang");
         out["signal to a method"] = time([&](int) { target->emit_signal(rang, 1); });
-        out["get_child and cast"] = time([&](int) { sink += Object::cast_to<BenchTarget>(node->get_child(0)) != nullptr; });
+        out["get_child and cast"] =
+            time([&](int) { sink += Object::cast_to<BenchTarget>(node->get_child(0)) != nullptr; });
         Array list;
         list.resize(100);
         list.fill(1);

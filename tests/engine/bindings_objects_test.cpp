@@ -352,8 +352,9 @@ TEST_F(BindingsObjects, AScriptOnAnObjectComesBeforeItsBoundMethods) {
     ProbeChild *p = add<ProbeChild>();
     EXPECT_EQ(int(p->call("add", 1, 2)), 3);
     Ref<RefCounted> script = ClassDB::instantiate("GDScript");
-    script->call("set_source_code", "extends ProbeChild\n@warning_ignore(\"native_method_override\")\n"
-                                    "func add(a, _b = 0):\n\treturn -a\nfunc only_here():\n\treturn call(\"add\", 4)\n");
+    script->call("set_source_code",
+                 "extends ProbeChild\n@warning_ignore(\"native_method_override\")\n"
+                 "func add(a, _b = 0):\n\treturn -a\nfunc only_here():\n\treturn call(\"add\", 4)\n");
     ASSERT_EQ(int(script->call("reload")), OK);
     p->set_script(script);
     EXPECT_EQ(int(p->call("add", 7, 2)), -7);

@@ -52,16 +52,13 @@ func play(farm: Node, delta: float) -> void:
     press(bot.wish(delta))
     var levels: Dictionary = farm.get_levels()
     if levels.get("coop_a", 0) >= 1 and levels.get("stall_egg", 0) >= 1 and not eggs_sold:
-        eggs_sold = flow_of_eggs(farm)
-    if eggs_sold and levels.get("coop_a", 0) >= 2:
+        eggs_sold = farm.flow_total("sold:egg") > 0
+    # Eggs are sold, and the tile of the coop's next level has come.
+    if eggs_sold and farm.get_tiles().has("coop_a"):
         press(Vector2.ZERO)
         leave(farm)
     elif clock > LIMIT_SECONDS:
         finish(1, "the loop was not played in time: levels %s, money %d, doing %s" % [levels, farm.get_money(), bot.get_doing()])
-
-
-func flow_of_eggs(farm: Node) -> bool:
-    return farm.flow_total("sold:egg") > 0
 
 
 # Holds the arrow keys that come nearest to the wish, by real key events.
