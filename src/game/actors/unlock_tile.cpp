@@ -81,7 +81,7 @@ void UnlockTile::build_plate() {
     const Color ink = Color::html(level == 0 ? "fff59d" : "c5f542");
     title_label = Models::label3d(title, 48, ink, Vector3(0, 1.75f, -0.35f), this);
     if (level > 0) {
-        Models::label3d("UP", 44, ink, Vector3(0.86f, 0.14f, -0.86f), this, false);
+        Models::label3d("UP", 38, ink, Vector3(0.88f, 0.14f, 0.05f), this, false);
     }
     price_label = Models::label3d("", 64, Color(1, 1, 1), Vector3(0.3f, 0.16f, 0.78f), this, false);
     // Both are see-through: without an order of its own the water would be drawn over the price.
