@@ -92,6 +92,7 @@ func leave(farm: Node) -> void:
     var left := FileAccess.open("user://left.json", FileAccess.WRITE)
     left.store_string(JSON.stringify(picture(farm), "", true, true))
     left.close()
+    bot.free()
     print("LOOP played in %.0f s: money %d, levels %s" % [clock, farm.get_money(), farm.get_levels()])
     root.propagate_notification(Node.NOTIFICATION_WM_CLOSE_REQUEST)
     quit(0)

@@ -193,6 +193,7 @@ private:
 
     bool visiting = false;
     bool building_now = true;
+    bool just_built = false;
     bool first_run = false;
     int stage = 0;
     int entry_index = 0;

@@ -188,6 +188,7 @@ void World::finish_ready() {
     const WorldOptions &options = WorldOptions::get();
     document->load_feed();
     building_now = false;
+    just_built = true;
     if (options.max_farm) {
         money = 3000000000;
     }

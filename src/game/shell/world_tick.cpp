@@ -43,6 +43,10 @@ void World::_process(double delta) {
     if (building_now) {
         return;
     }
+    if (just_built) {
+        just_built = false; // this frame's time went into the building
+        return;
+    }
     play_time += delta;
     Glebworks::slow_tick(delta);
     Glebworks::timed_tick(delta);
