@@ -237,6 +237,19 @@ TEST_F(WorldTest, ADamagedFarmLoadsWhatIsSound) {
     EXPECT_LT(std::abs(world->farmer()->get_position().x), 600);
 }
 
+TEST_F(WorldTest, WorkWithoutItsFieldBuildsNothingAndKeepsItsLevel) {
+    Dictionary levels;
+    levels["wheat_workers"] = 1;
+    levels["wheat_harvester"] = 1;
+    save->data = farm(0, levels);
+    expect_engine_error("workers for wheat_workers: field not built");
+    expect_engine_error("workers for wheat_harvester: field not built");
+    open();
+    EXPECT_EQ(world->level_of("wheat_workers"), 1);
+    EXPECT_EQ(world->level_of("wheat_harvester"), 1);
+    EXPECT_EQ(world->node_of("wheat_harvester"), nullptr);
+}
+
 TEST_F(WorldTest, AVisitShowsAndNeverWrites) {
     Dictionary levels;
     levels["coop_a"] = 1;

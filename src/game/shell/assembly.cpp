@@ -123,12 +123,20 @@ void Assembly::field(const Dictionary &e, int level, bool, Outcome &) {
     world.add_field(made);
 }
 
+// The field that workers or a harvester serve; null, with a log line, when it does not stand.
+CropField *Assembly::field_of(const Dictionary &e) const {
+    CropField *field = Object::cast_to<CropField>(world.node_of(e["field"]));
+    if (!field) {
+        ERR_PRINT("TILMARCH workers for " + String(e["id"]) + ": field not built");
+    }
+    return field;
+}
+
 void Assembly::workers(const Dictionary &e, int level, bool, Outcome &out) {
     String id = e["id"];
     out.toast = "WORKERS HIRED!";
-    CropField *field = Object::cast_to<CropField>(world.node_of(e["field"]));
+    CropField *field = field_of(e);
     if (!field) {
-        ERR_PRINT("TILMARCH workers for " + id + ": field not built");
         return;
     }
     for (int i = 0; i < 2; i++) {
@@ -152,9 +160,8 @@ void Assembly::harvester(const Dictionary &e, int level, bool, Outcome &out) {
         return;
     }
     out.toast = title + "!";
-    CropField *field = Object::cast_to<CropField>(world.node_of(e["field"]));
+    CropField *field = field_of(e);
     if (!field) {
-        ERR_PRINT("TILMARCH harvester for " + id + ": field not built");
         return;
     }
     if (Harvester *made = Harvester::build(e, field)) {

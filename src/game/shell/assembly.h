@@ -11,6 +11,7 @@
 namespace tilm {
 using namespace godot;
 
+class CropField;
 class World;
 
 class Assembly {
@@ -48,6 +49,8 @@ private:
     void magnet(const Dictionary &e, int level, bool quiet, Outcome &out);
     void land(const Dictionary &e, int level, bool quiet, Outcome &out);
     void final(const Dictionary &e, int level, bool quiet, Outcome &out);
+
+    CropField *field_of(const Dictionary &e) const;
 
     World &world;
     std::unordered_map<std::string, Build> builders;
