@@ -140,7 +140,7 @@ const Row kRows[] = {
     {"--whistle", Value::None, State::Idle, [](Options &o, std::string_view) { o.day_clock = 149.0; }},
     {"--season", Value::Needed, State::Idle, [](Options &o, std::string_view v) { o.season = upper(v); }},
     {"--weather", Value::Needed, State::Idle, [](Options &o, std::string_view v) { o.weather = v; }},
-    {"--away", Value::Needed, State::Idle, [](Options &o, std::string_view v) { take(o, v, 0, kSeconds, o.away); }},
+    {"--away", Value::Needed, State::Live, [](Options &o, std::string_view v) { take(o, v, 0, kSeconds, o.away); }},
     {"--tut", Value::None, State::Idle, [](Options &o, std::string_view) { o.tutorial = true; }},
     {"--panel", Value::Needed, State::Idle, [](Options &o, std::string_view v) { o.panel = v; }},
     {"--perktest", Value::None, State::Idle, [](Options &o, std::string_view) { o.perk_test = true; }},
@@ -219,7 +219,7 @@ struct Foreign {
 // Words that other classes read from the same list.
 const Foreign kForeign[] = {
     {"--save", Value::Needed, State::Elsewhere},    {"--lang", Value::Needed, State::Elsewhere},
-    {"--trmiss", Value::None, State::Elsewhere},    {"--calm", Value::None, State::Idle},
+    {"--trmiss", Value::None, State::Elsewhere},    {"--calm", Value::None, State::Elsewhere},
     {"--name", Value::Needed, State::Idle},         {"--net", Value::Needed, State::Idle},
     {"--autoaccept", Value::None, State::Idle},     {"--autotrade", Value::None, State::Idle},
     {"--nettest", Value::Needed, State::Idle},      {"--voicetest", Value::None, State::Idle},

@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include <godot_cpp/classes/os.hpp>
+#include <godot_cpp/classes/time.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
 #include "engine_test.h"
@@ -14,6 +16,7 @@
 #include "game/actors/stack_carrier.h"
 #include "game/actors/unlock_tile.h"
 #include "game/data/farm_data.h"
+#include "game/interface/hud.h"
 #include "game/shell/save.h"
 #include "game/shell/world.h"
 #include "game/shell/world_options.h"
@@ -266,6 +269,34 @@ TEST_F(WorldTest, AVisitShowsAndNeverWrites) {
     save->leave_visit();
     save->read();
     EXPECT_EQ(static_cast<int64_t>(save->data["money"]), 10);
+}
+
+TEST_F(WorldTest, AnAbsenceIsPaidOnceAndThenTold) {
+    Dictionary levels;
+    levels["coop_a"] = 6; // with the four things that are free: 10 levels
+    Dictionary doc = farm(5, levels);
+    doc["saved_at"] = static_cast<int64_t>(Time::get_singleton()->get_unix_time_from_system()) - 50;
+    save->data = doc;
+    open();
+    EXPECT_EQ(world->money, 5) << "fifty seconds are no absence";
+    close();
+    WorldOptions::get().away = 1000;
+    open();
+    ASSERT_EQ(world->total_levels(), 10);
+    EXPECT_EQ(world->money, 575) << "1000 s at 1.9 a second, of which three tenths";
+    EXPECT_EQ(WorldOptions::get().away, -1);
+    EXPECT_FALSE(world->hud()->panel_open());
+    for (int i = 0; i < 400 && !world->hud()->panel_open(); i++) {
+        OS::get_singleton()->delay_msec(5);
+        step();
+    }
+    EXPECT_TRUE(world->hud()->panel_open());
+    EXPECT_EQ(world->money, 575) << "the panel only tells it";
+    world->hud()->close_panel();
+    // The next entry finds the time of the last save: nothing is paid twice.
+    world->save_now();
+    reopen();
+    EXPECT_EQ(world->money, 575);
 }
 
 TEST_F(WorldTest, TheBotPlaysTheFirstLoop) {

@@ -12,6 +12,7 @@
 
 #include "game/interface/hud_frame.h"
 #include "game/interface/joystick.h"
+#include "game/interface/milestone_panels.h"
 #include "game/interface/money_pops.h"
 #include "game/interface/panel_host.h"
 #include "game/interface/pause_panel.h"
@@ -21,6 +22,7 @@
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
 #include "game/ports/store.h"
+#include "game/sound/sfx.h"
 #include "names.h"
 #include "statics.h"
 
@@ -90,6 +92,8 @@ void Hud::_bind_methods() {
     ClassDB::bind_method(D_METHOD("toggle_deck"), &Hud::toggle_deck);
     ClassDB::bind_method(D_METHOD("_show_pause"), &Hud::_show_pause);
     ClassDB::bind_method(D_METHOD("_show_how_to"), &Hud::_show_how_to);
+    ClassDB::bind_method(D_METHOD("show_offline", "seconds", "paid"), &Hud::show_offline);
+    ClassDB::bind_method(D_METHOD("show_victory", "level", "money"), &Hud::show_victory);
     ClassDB::bind_method(D_METHOD("_fill_pause"), &Hud::_fill_pause);
     ClassDB::bind_method(D_METHOD("_fill_how_to"), &Hud::_fill_how_to);
     ClassDB::bind_method(D_METHOD("home_pressed"), &Hud::home_pressed);
@@ -205,13 +209,18 @@ void Hud::notice(const String &text, ToastLevel level) {
 
 void Hud::_open_panel(const String &title, const Array &tabs, const String &tab, const Callable &on_tab,
                       const Callable &fill) {
+    open_form(title, tabs, tab, on_tab, fill, PanelForm());
+}
+
+void Hud::open_form(const String &title, const Array &tabs, const String &tab, const Callable &on_tab,
+                    const Callable &fill, const PanelForm &form) {
     if (!panels) {
         return;
     }
     deck->close();
     stick->release();
     refresh_pending = false;
-    panels->open(title, tabs, tab, on_tab, fill);
+    panels->open(title, tabs, tab, on_tab, fill, form);
     toasts->make_way(true);
 }
 
@@ -338,6 +347,28 @@ void Hud::_show_how_to() {
 
 void Hud::_fill_how_to() {
     fill_how_to_panel(content());
+}
+
+void Hud::show_offline(int64_t seconds, int64_t paid) {
+    PanelForm form;
+    form.height = 430;
+    form.close_text = "COLLECT";
+    form.close_color = "43a047";
+    form.on_close_press = UI::callback(this, [] {
+        Sfx::sound(TM_NAME("money_in"));
+        Sfx::vibrate(100);
+    });
+    open_form("WELCOME BACK!", Array(), "", Callable(),
+              UI::callback(this, [this, seconds, paid] { fill_offline_panel(content(), seconds, paid); }), form);
+}
+
+void Hud::show_victory(int64_t level, int64_t money) {
+    PanelForm form;
+    form.height = 430;
+    form.close_text = "KEEP PLAYING";
+    form.close_color = "43a047";
+    open_form("YOU DID IT!", Array(), "", Callable(),
+              UI::callback(this, [this, level, money] { fill_victory_panel(content(), level, money); }), form);
 }
 
 void Hud::home_pressed() {

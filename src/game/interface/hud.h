@@ -27,6 +27,7 @@ class PanelHost;
 class PromptStack;
 class SideDeck;
 class ToastLane;
+struct PanelForm;
 
 class Hud : public CanvasLayer, public Notices {
     GDCLASS(Hud, CanvasLayer)
@@ -72,6 +73,9 @@ public:
 
     void _show_pause();
     void _show_how_to();
+    // The pay of an absence, once it has been paid: told with a button that only closes.
+    void show_offline(int64_t seconds, int64_t paid);
+    void show_victory(int64_t level, int64_t money);
     void _fill_pause();
     void _fill_how_to();
 
@@ -86,6 +90,8 @@ protected:
     void _notification(int what);
 
 private:
+    void open_form(const String &title, const Array &tabs, const String &tab, const Callable &on_tab,
+                   const Callable &fill, const PanelForm &form);
     void set_setting(const char *key, const Variant &value);
 
     std::unique_ptr<HudFrame> frame;

@@ -39,7 +39,7 @@ PanelHost::PanelHost(Control *root) {
 }
 
 void PanelHost::open(const String &title, const Array &tabs, const String &tab, const Callable &on_tab_,
-                     const Callable &fill_) {
+                     const Callable &fill_, const PanelForm &form) {
     close();
     overlay->set_modulate(Color(1, 1, 1, 1));
     overlay->set_mouse_filter(Control::MOUSE_FILTER_STOP);
@@ -78,7 +78,8 @@ void PanelHost::open(const String &title, const Array &tabs, const String &tab, 
         add_tabs(box, tabs);
     }
     ScrollContainer *scroll = memnew(ScrollContainer);
-    scroll->set_custom_minimum_size(Vector2(600, tabs.is_empty() ? 760 : 690));
+    const float list_height = tabs.is_empty() ? 760.0f : 690.0f;
+    scroll->set_custom_minimum_size(Vector2(600, form.height > 0 ? form.height : list_height));
     scroll->set_horizontal_scroll_mode(ScrollContainer::SCROLL_MODE_DISABLED);
     box->add_child(scroll);
     content_box = memnew(VBoxContainer);
@@ -87,9 +88,14 @@ void PanelHost::open(const String &title, const Array &tabs, const String &tab, 
     scroll->add_child(content_box);
     refill();
 
-    Button *close_button = UI::button("CLOSE", UI::hex("1e88e5"), 34, Vector2(300, 84));
+    Button *close_button = UI::button(form.close_text, UI::hex(form.close_color), 34, Vector2(300, 84));
     close_button->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
-    close_button->connect(TM_NAME("pressed"), UI::callback(sheet, [this] { close(); }));
+    close_button->connect(TM_NAME("pressed"), UI::callback(sheet, [this, pressed = form.on_close_press] {
+                              close();
+                              if (pressed.is_valid()) {
+                                  pressed.call();
+                              }
+                          }));
     box->add_child(close_button);
 
     // The box has its size only after the containers were laid out.

@@ -13,11 +13,20 @@
 namespace tilm {
 using namespace godot;
 
+// How a panel differs from a full list.
+struct PanelForm {
+    float height = 0; // of the scrolled content; 0: that of a list
+    String close_text = "CLOSE";
+    const char *close_color = "1e88e5";
+    Callable on_close_press; // besides closing
+};
+
 class PanelHost {
 public:
     explicit PanelHost(Control *root);
 
-    void open(const String &title, const Array &tabs, const String &tab, const Callable &on_tab, const Callable &fill);
+    void open(const String &title, const Array &tabs, const String &tab, const Callable &on_tab, const Callable &fill,
+              const PanelForm &form = PanelForm());
     void close();
     void refill();
     bool is_open() const { return box != nullptr; }

@@ -13,6 +13,8 @@
 #include "game/actors/stack_carrier.h"
 #include "game/actors/worker.h"
 #include "game/data/farm_data.h"
+#include "game/interface/hud.h"
+#include "game/kit/ui.h"
 #include "game/ports/notices.h"
 #include "game/shell/world.h"
 #include "game/sound/sfx.h"
@@ -25,6 +27,7 @@ namespace {
 constexpr double FOCUS_SECONDS = 1.8;
 constexpr int STACK_STEP = 6;
 constexpr double SHOES_STEP = 1.15;
+constexpr double VICTORY_DELAY = 1.0;
 
 Vector3 ground(const Dictionary &e, const Vector2 &offset = Vector2()) {
     Vector2 pos = e["pos"];
@@ -225,6 +228,9 @@ void Assembly::final(const Dictionary &, int, bool quiet, Outcome &out) {
         Vector3 offset(UtilityFunctions::randf_range(-3, 3), 2, UtilityFunctions::randf_range(-3, 3));
         world._burst(world.player_pos() + offset, Color::html(colors[i % 4]));
     }
+    World *farm = &world;
+    world.after(VICTORY_DELAY,
+                UI::callback(farm, [farm] { farm->hud()->show_victory(farm->level(), farm->money_now()); }));
 }
 
 } // namespace tilm

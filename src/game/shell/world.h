@@ -98,6 +98,8 @@ public:
     void _fit_cam();
     void _on_tap(const Vector2 &screen_pos);
     void leave_visit();
+    // Diagnostics walk the player: a forced wish (length 0..1) wins over all input until it is zero.
+    void force_input(const Vector2 &wish) { forced_input = wish; }
 
     // Farm port.
     Node3D *root() override { return this; }
@@ -184,6 +186,8 @@ private:
     Object *hud_object() const;
     int64_t batched_items() const;
     void finish_ready();
+    // Pays for the time since the last save, once, and tells it a moment later.
+    void _offline_check(const Dictionary &doc);
     void read_input(double delta);
     void cut_crops();
     void step_camera(double delta);
@@ -224,6 +228,7 @@ private:
     std::unique_ptr<Purse> purse;
     std::unique_ptr<FarmDocument> document;
 
+    Vector2 forced_input;
     double play_time = 0;
     double rate_timer = 2.0;
     int64_t rate_counter = 0;

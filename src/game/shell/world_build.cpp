@@ -212,6 +212,9 @@ void World::finish_ready() {
     if (options.hide_player) {
         player->set_position(Vector3(at.x, at.y, 40));
     }
+    if (!visiting) {
+        _offline_check(Save::get() ? Save::get()->get_data() : Dictionary());
+    }
     set_under_construction(nullptr);
     hud_node->set_process_mode(PROCESS_MODE_ALWAYS);
     set_process_mode(PROCESS_MODE_INHERIT);

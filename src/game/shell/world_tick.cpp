@@ -22,6 +22,7 @@
 #include "glebworks/glebworks.h"
 #include "glebworks/walker_core.h"
 #include "names.h"
+#include "rules/offline.h"
 
 namespace tilm {
 
@@ -31,7 +32,6 @@ constexpr double AUTOSAVE_SECONDS = 20.0;
 constexpr double GUIDE_SECONDS = 0.2;
 constexpr double STATS_SECONDS = 5.0;
 constexpr int STATS_PER_FLOW = 12;
-constexpr double RATE_SECONDS = 60.0;
 constexpr double CUT_AHEAD = 0.35;
 constexpr double CUT_RADIUS = 0.8;
 constexpr int CUT_MAX = 9999;
@@ -87,7 +87,9 @@ void World::_process(double delta) {
 
 void World::read_input(double delta) {
     Vector2 wish = hud_node->joystick()->vector();
-    if (bot && !visiting) {
+    if (forced_input != Vector2()) {
+        wish = forced_input.limit_length(1.0);
+    } else if (bot && !visiting) {
         wish = bot->wish(delta);
     } else if (wish == Vector2()) {
         Input *input = Input::get_singleton();
@@ -155,12 +157,13 @@ void World::step_meters(double delta) {
     SellCounter::set_price_factor(1.0);
     purse->cash_multiplier = 1.0;
     rate_timer += delta;
-    if (rate_timer < RATE_SECONDS) {
+    if (rate_timer < rules::rate_period) {
         return;
     }
-    double rate = static_cast<double>(rate_counter) / rate_timer;
-    earn_rate = earn_rate <= 0 ? rate : earn_rate + (rate - earn_rate) * 0.3;
-    earn_slow = earn_slow <= 0 ? earn_rate : earn_slow + (rate - earn_slow) * 0.05;
+    rules::EarnRates rates{earn_rate, earn_slow};
+    rates.take_in(rate_counter, rate_timer);
+    earn_rate = rates.fast;
+    earn_slow = rates.slow;
     rate_counter = 0;
     rate_timer = 0;
 }
