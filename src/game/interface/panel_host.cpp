@@ -38,15 +38,15 @@ PanelHost::PanelHost(Control *root) {
     root->add_child(overlay);
 }
 
-void PanelHost::open(const String &title, const Array &tabs, const String &tab, const Callable &on_tab_,
-                     const Callable &fill_, const PanelForm &form) {
+void PanelHost::open(const String &title, const Array &tabs, const String &tab, const Callable &tab_call,
+                     const Callable &filler, const PanelForm &form) {
     close();
     overlay->set_modulate(Color(1, 1, 1, 1));
     overlay->set_mouse_filter(Control::MOUSE_FILTER_STOP);
     open_title = title;
     open_tab = tab;
-    on_tab = on_tab_;
-    fill = fill_;
+    on_tab = tab_call;
+    fill = filler;
 
     sheet = memnew(Control);
     sheet->set_anchors_and_offsets_preset(Control::PRESET_FULL_RECT);
