@@ -128,6 +128,14 @@ bool World::spend_quiet(int64_t amount) {
     return purse->spend_quiet(amount);
 }
 
+int64_t World::get_sales() const {
+    return purse->sales;
+}
+
+int64_t World::get_other_income() const {
+    return purse->other;
+}
+
 void World::_collect(Object *bill) {
     Item *item = Object::cast_to<Item>(bill);
     if (!item) {

@@ -91,6 +91,9 @@ public:
     // Session total of a flow counter such as "sold:egg".
     int64_t flow_total(const String &key) const { return flow.total(key); }
     int64_t level() const;
+    // Session totals of income: from customers and trucks, and from everything else.
+    int64_t get_sales() const;
+    int64_t get_other_income() const;
 
     // Looks.
     void _burst(const Vector3 &pos, const Color &color);

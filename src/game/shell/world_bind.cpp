@@ -21,6 +21,8 @@ void World::_bind_methods() {
     ClassDB::bind_method(D_METHOD("get_hud"), &World::hud_object);
     ClassDB::bind_method(D_METHOD("get_progress_percent"), &World::get_progress_percent);
     ClassDB::bind_method(D_METHOD("get_visiting"), &World::is_visiting);
+    ClassDB::bind_method(D_METHOD("get_sales"), &World::get_sales);
+    ClassDB::bind_method(D_METHOD("get_other_income"), &World::get_other_income);
     ClassDB::bind_method(D_METHOD("get_building"), &World::is_building);
 
     ClassDB::bind_static_method("World", D_METHOD("level_threshold", "n"), &World::level_threshold);
