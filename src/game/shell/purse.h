@@ -25,6 +25,7 @@ public:
 
     // Session totals, not saved.
     int64_t sales = 0;
+    int64_t missions = 0;
     int64_t other = 0;
     double cash_multiplier = 1.0;
 

@@ -30,8 +30,8 @@ World *s_under_construction = nullptr;
 } // namespace
 
 World::World()
-    : purchases(*this), assembly(std::make_unique<Assembly>(*this)), purse(std::make_unique<Purse>(*this)),
-      document(std::make_unique<FarmDocument>(*this)) {
+    : report(*this), purchases(*this), assembly(std::make_unique<Assembly>(*this)),
+      purse(std::make_unique<Purse>(*this)), document(std::make_unique<FarmDocument>(*this)) {
     visiting = WorldOptions::get().visit_peer != 0;
     tools["stack"] = 0;
     tools["shoes"] = 0;
@@ -136,6 +136,14 @@ int64_t World::get_other_income() const {
     return purse->other;
 }
 
+int64_t World::get_mission_income() const {
+    return purse->missions;
+}
+
+int64_t World::item_count() const {
+    return items ? items->get_child_count() : 0;
+}
+
 void World::_collect(Object *bill) {
     Item *item = Object::cast_to<Item>(bill);
     if (!item) {
@@ -155,7 +163,7 @@ void World::mission_event(const String &type, const String &kind, int64_t n) {
 }
 
 void World::note_mood(double mood, const String &src) {
-    flow.add(vformat("mood:%s%d", src, static_cast<int64_t>(std::round(10.0 * mood))), 1);
+    report.flow.add(vformat("mood:%s%d", src, static_cast<int64_t>(std::round(10.0 * mood))), 1);
     moods.push_back(CLAMP(mood, 0.0, 1.0));
     if (moods.size() > 30) {
         moods.erase(moods.begin());

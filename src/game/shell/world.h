@@ -14,7 +14,7 @@
 #include "game/actors/pickup.h"
 #include "game/ports/farm.h"
 #include "game/shell/farm_camera.h"
-#include "game/shell/flow_log.h"
+#include "game/shell/farm_report.h"
 #include "game/shell/guide_arrow.h"
 #include "game/shell/land.h"
 #include "game/shell/purchases.h"
@@ -76,7 +76,7 @@ public:
     // Events.
     void mission_event(const String &type, const String &kind, int64_t n) override;
     void note_mood(double mood, const String &src) override;
-    void stat_add(const String &key, int64_t n) override { flow.add(key, n); }
+    void stat_add(const String &key, int64_t n) override { report.flow.add(key, n); }
     void tutorial_event(const String &) override {}
 
     // Purchases.
@@ -89,11 +89,14 @@ public:
     bool unlocked(const String &id) const;
     bool region_open(const String &id) const { return land.is_open(id); }
     // Session total of a flow counter such as "sold:egg".
-    int64_t flow_total(const String &key) const { return flow.total(key); }
+    int64_t flow_total(const String &key) const { return report.flow.total(key); }
     int64_t level() const;
     // Session totals of income: from customers and trucks, and from everything else.
     int64_t get_sales() const;
     int64_t get_other_income() const;
+    int64_t get_mission_income() const;
+    int64_t item_count() const;    // goods and bills that are nodes of their own
+    int64_t batched_items() const; // goods that lie in the batch
 
     // Looks.
     void _burst(const Vector3 &pos, const Color &color);
@@ -187,7 +190,6 @@ private:
     void zoom_to(int step);
     Object *player_object() const;
     Object *hud_object() const;
-    int64_t batched_items() const;
     void finish_ready();
     // Pays for the time since the last save, once, and tells it a moment later.
     void _offline_check(const Dictionary &doc);
@@ -195,7 +197,6 @@ private:
     void cut_crops();
     void step_camera(double delta);
     void step_meters(double delta);
-    void step_statistics(double delta);
     void show_bars();
 
     bool visiting = false;
@@ -224,7 +225,7 @@ private:
     Land land;
     FarmCamera camera;
     GuideArrow arrow;
-    FlowLog flow;
+    FarmReport report;
     Pickup pickup;
     Purchases purchases;
     std::unique_ptr<Assembly> assembly;
@@ -237,8 +238,6 @@ private:
     int64_t rate_counter = 0;
     double autosave_timer = 0;
     double guide_timer = 0;
-    double stats_timer = 0;
-    int stats_count = 0;
     int64_t shown_money = -1;
     int progress_percent = 0;
     bool moved_told = false;

@@ -1,8 +1,6 @@
 #include <cmath>
 
 #include <godot_cpp/classes/input.hpp>
-#include <godot_cpp/classes/os.hpp>
-#include <godot_cpp/classes/performance.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
 #include "game/actors/crop_field.h"
@@ -30,8 +28,6 @@ namespace {
 
 constexpr double AUTOSAVE_SECONDS = 20.0;
 constexpr double GUIDE_SECONDS = 0.2;
-constexpr double STATS_SECONDS = 5.0;
-constexpr int STATS_PER_FLOW = 12;
 constexpr double CUT_AHEAD = 0.35;
 constexpr double CUT_RADIUS = 0.8;
 constexpr int CUT_MAX = 9999;
@@ -48,10 +44,10 @@ void World::_process(double delta) {
         return;
     }
     play_time += delta;
+    report.step(delta, bot != nullptr);
     Glebworks::slow_tick(delta);
     Glebworks::timed_tick(delta);
     WalkerCore::tick_far(delta);
-    step_statistics(delta);
     read_input(delta);
     if (!visiting) {
         cut_crops();
@@ -166,29 +162,6 @@ void World::step_meters(double delta) {
     earn_slow = rates.slow;
     rate_counter = 0;
     rate_timer = 0;
-}
-
-void World::step_statistics(double delta) {
-    stats_timer += delta;
-    if (stats_timer < STATS_SECONDS) {
-        return;
-    }
-    stats_timer = 0;
-    stats_count++;
-    if (stats_count % STATS_PER_FLOW == 0) {
-        flow.flush();
-    }
-    if (!OS::get_singleton()->is_debug_build()) {
-        return;
-    }
-    Performance *monitor = Performance::get_singleton();
-    UtilityFunctions::print(
-        vformat("TILMARCH fps=%d items=%d money=%d draws=%d objs=%d proc_ms=%.2f nodes=%d batched=%d",
-                static_cast<int64_t>(monitor->get_monitor(Performance::TIME_FPS)), items->get_child_count(), money,
-                static_cast<int64_t>(monitor->get_monitor(Performance::RENDER_TOTAL_DRAW_CALLS_IN_FRAME)),
-                static_cast<int64_t>(monitor->get_monitor(Performance::OBJECT_COUNT)),
-                monitor->get_monitor(Performance::TIME_PROCESS) * 1000.0,
-                static_cast<int64_t>(monitor->get_monitor(Performance::OBJECT_NODE_COUNT)), batched_items()));
 }
 
 } // namespace tilm
