@@ -47,6 +47,7 @@
 #include "game/interface/title_scene.h"
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
+#include "game/shell/cinematic.h"
 #include "game/shell/game_log.h"
 #include "game/shell/loading.h"
 #include "game/shell/main.h"
@@ -115,6 +116,7 @@ void register_game_classes() {
     TM_ADD(Buildings);
     TM_ADD(Walker);
     TM_ADD(CashTile);
+    TM_ADD(Cinematic);
     TM_ADD(CropField);
     TM_ADD(Customer);
     TM_ADD(FarmData);

@@ -17,6 +17,7 @@
 #include "game/actors/unlock_tile.h"
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
+#include "game/kit/ui.h"
 #include "game/shell/save.h"
 #include "game/shell/world.h"
 #include "game/shell/world_options.h"
@@ -297,6 +298,37 @@ TEST_F(WorldTest, AnAbsenceIsPaidOnceAndThenTold) {
     world->save_now();
     reopen();
     EXPECT_EQ(world->money, 575);
+}
+
+TEST_F(WorldTest, ABoughtLandIsShownAndThenTold) {
+    save->data = farm(0, Dictionary());
+    open();
+    String told = "nothing";
+    world->connect("land_cinematic_done", UI::callback_arg(world, [&told](const Variant &region) { told = region; }));
+    const int64_t fences = world->get_fences().size();
+    world->apply_level(FarmData::entry_by_id("land_dairy"), 1, false);
+    EXPECT_TRUE(world->region_open("dairy")) << "the land is open at once, whatever is shown";
+    EXPECT_EQ(world->get_fences().size(), fences);
+    ASSERT_TRUE(world->land_scene());
+    EXPECT_EQ(told, String("nothing"));
+    // A step just taken does not end the scene, a later one does; the player stands still meanwhile.
+    world->force_input(Vector2(1, 0));
+    step_seconds(0.5);
+    EXPECT_TRUE(world->land_scene());
+    EXPECT_EQ(world->farmer()->get_input(), Vector3());
+    step_seconds(0.6);
+    EXPECT_FALSE(world->land_scene());
+    EXPECT_EQ(told, String("dairy"));
+    step(2);
+    EXPECT_GT(world->farmer()->get_input().x, 0.5);
+    // One that nobody cuts short ends by itself, and a land bought meanwhile ends the scene before.
+    world->force_input(Vector2());
+    world->apply_level(FarmData::entry_by_id("land_mill"), 1, false);
+    world->apply_level(FarmData::entry_by_id("land_food"), 1, false);
+    EXPECT_EQ(told, String("mill"));
+    step_seconds(3.0);
+    EXPECT_EQ(told, String("food"));
+    EXPECT_FALSE(world->land_scene());
 }
 
 TEST_F(WorldTest, TheBotPlaysTheFirstLoop) {

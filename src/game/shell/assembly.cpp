@@ -207,11 +207,14 @@ void Assembly::magnet(const Dictionary &, int, bool, Outcome &out) {
 
 void Assembly::land(const Dictionary &e, int, bool quiet, Outcome &out) {
     String target = e["target"];
+    if (!quiet) {
+        world.show_land(target);
+    }
     world.open_region(target, quiet);
     out.toast = "NEW LAND: " + String(e["title"]) + "!";
     out.sound = "land_open";
     Dictionary row = FarmData::region_by_id(target);
-    if (!row.is_empty()) {
+    if (!row.is_empty() && !world.land_scene()) {
         out.look_at(Vector3(row["x"], 0, -6));
     }
 }

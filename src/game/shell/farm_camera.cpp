@@ -15,6 +15,7 @@ constexpr float BACK = 9.6f;
 constexpr float LEAD = 1.5f; // the look point lies this far before the screen's centre line
 constexpr float RAY_END = 80.0f;
 constexpr float VIEW_MARGIN = 4.0f;
+constexpr float WIDE_RATE = 2.2f; // 1/s
 constexpr float ZOOMS[3] = {0.62f, 1.0f, 1.55f};
 
 float ease(float rate, double delta) {
@@ -61,6 +62,7 @@ void FarmCamera::focus(const Vector3 &pos, double seconds) {
 void FarmCamera::place(const Vector3 &player) {
     look = player;
     zoom = zoom_target;
+    wide = wide_target;
     apply();
 }
 
@@ -69,11 +71,12 @@ void FarmCamera::step(const Vector3 &player, double delta) {
     focus_left = MAX(0.0, focus_left - delta);
     look = look.lerp(away ? focus_point : player, ease(away ? 3.0f : 6.0f, delta));
     zoom += (zoom_target - zoom) * ease(8.0f, delta);
+    wide += (wide_target - wide) * ease(WIDE_RATE, delta);
     apply();
 }
 
 void FarmCamera::apply() {
-    camera->set_position(look + Vector3(0, HEIGHT, BACK - LEAD) * zoom * distance);
+    camera->set_position(look + Vector3(0, HEIGHT, BACK - LEAD) * zoom * wide * distance);
 }
 
 void FarmCamera::publish_view() {

@@ -23,6 +23,8 @@ public:
 
     // Looks at `pos` for `seconds` instead of at the player.
     void focus(const Vector3 &pos, double seconds);
+    // A scene's step back: a factor on the distance that the camera eases to; place() takes it at once.
+    void set_wide(float factor) { wide_target = factor; }
     bool focusing() const { return focus_left > 0; }
 
     // Jumps to its place over `player`.
@@ -39,6 +41,8 @@ private:
     float zoom = 1.0f;
     float zoom_target = 1.0f;
     float distance = 1.0f;
+    float wide = 1.0f;
+    float wide_target = 1.0f;
 
     void apply();
 };

@@ -19,6 +19,13 @@ constexpr float WALK_DEPTH = 36.2f;
 constexpr float EDGE = 0.6f;
 constexpr float FENCE_LENGTH = 37.2f;
 constexpr float FENCE_Z = -12.9f;
+// How covers and fences sink away, seconds; while the land is shown they wait for the camera.
+constexpr double COVER_DEPTH = 0.6;
+constexpr double COVER_WAIT = 0.75;
+constexpr double COVER_SECONDS = 0.8;
+constexpr double FENCE_DEPTH = 1.8;
+constexpr double FENCE_WAIT = 0.9;
+constexpr double FENCE_SECONDS = 0.6;
 
 } // namespace
 
@@ -35,10 +42,10 @@ void Land::build(Node3D *in_world) {
         world->add_child(cover);
         covers[id] = cover;
     }
-    refresh_fences(true);
+    refresh_fences(true, false);
 }
 
-void Land::open(const String &region, bool quiet) {
+void Land::open(const String &region, bool quiet, bool shown) {
     if (FarmData::region_by_id(region).is_empty()) {
         ERR_PRINT("TILMARCH unknown region " + region + ": not opened");
         return;
@@ -50,15 +57,15 @@ void Land::open(const String &region, bool quiet) {
         if (cover && quiet) {
             cover->queue_free();
         } else if (cover) {
-            sink(cover, 0.8);
+            sink(cover, COVER_DEPTH, shown ? COVER_WAIT : 0.0, COVER_SECONDS);
         }
     }
-    refresh_fences(quiet);
+    refresh_fences(quiet, shown);
     work_out_areas();
 }
 
 // A fence runs along each edge between an open and a closed region.
-void Land::refresh_fences(bool quiet) {
+void Land::refresh_fences(bool quiet, bool shown) {
     Array rows = FarmData::regions();
     for (int i = 0; i + 1 < rows.size(); i++) {
         Dictionary left = rows[i];
@@ -77,15 +84,18 @@ void Land::refresh_fences(bool quiet) {
             if (fence && quiet) {
                 fence->queue_free();
             } else if (fence) {
-                sink(fence, 0.6);
+                sink(fence, FENCE_DEPTH, shown ? FENCE_WAIT : 0.0, FENCE_SECONDS);
             }
         }
     }
 }
 
-void Land::sink(Node3D *node, double seconds) const {
+void Land::sink(Node3D *node, double depth, double wait, double seconds) const {
     Ref<Tween> tween = node->create_tween();
-    tween->tween_property(node, NodePath("position:y"), node->get_position().y - (seconds > 0.7 ? 0.6 : 1.8), seconds);
+    if (wait > 0) {
+        tween->tween_interval(wait);
+    }
+    tween->tween_property(node, NodePath("position:y"), node->get_position().y - depth, seconds);
     tween->tween_callback(Callable(node, "queue_free"));
 }
 

@@ -14,8 +14,8 @@ class Land {
 public:
     // Covers over every closed region and the first fences, under `world`.
     void build(Node3D *world);
-    // Opens a region; not quietly, its cover and the fences sink away.
-    void open(const String &region, bool quiet);
+    // Opens a region; not quietly, its cover and the fences sink away, in a scene (`shown`) a moment later.
+    void open(const String &region, bool quiet, bool shown = false);
     bool is_open(const String &region) const { return regions.has(region); }
     int open_count() const { return regions.size(); }
     Dictionary table() const { return regions; }
@@ -34,9 +34,9 @@ private:
     Rect2 first;
     Rect2 second;
 
-    void refresh_fences(bool quiet);
+    void refresh_fences(bool quiet, bool shown);
     void work_out_areas();
-    void sink(Node3D *node, double seconds) const;
+    void sink(Node3D *node, double depth, double wait, double seconds) const;
 };
 
 } // namespace tilm

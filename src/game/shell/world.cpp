@@ -2,6 +2,9 @@
 
 #include <cmath>
 
+#include <godot_cpp/classes/scene_tree.hpp>
+#include <godot_cpp/classes/scene_tree_timer.hpp>
+
 #include "game/actors/cash_tile.h"
 #include "game/actors/item.h"
 #include "game/actors/item_batch.h"
@@ -14,6 +17,7 @@
 #include "game/kit/ui.h"
 #include "game/ports/session.h"
 #include "game/shell/assembly.h"
+#include "game/shell/cinematic.h"
 #include "game/shell/farm_document.h"
 #include "game/shell/purse.h"
 #include "game/shell/save.h"
@@ -222,9 +226,41 @@ Dictionary World::get_tiles() const {
 }
 
 void World::open_region(const String &id, bool quiet) {
-    land.open(id, quiet);
+    land.open(id, quiet, land_scene());
     player->set_first_area(land.first_area());
     player->set_second_area(land.second_area());
+}
+
+void World::show_land(const String &id) {
+    Dictionary row = FarmData::region_by_id(id);
+    if (!row.is_empty()) {
+        cinema->play_land(id, row["title"], Vector3(row["x"], 0, -6));
+    }
+}
+
+bool World::land_scene() const {
+    return cinema && cinema->is_playing() && !cinema->get_region().is_empty();
+}
+
+void World::_on_cine_ended(const String &region) {
+    if (!region.is_empty()) {
+        emit_signal(TM_NAME("land_cinematic_done"), region);
+    }
+}
+
+void World::_after_cine(double sec, const Callable &then) {
+    get_tree()
+        ->create_timer(sec, true, false, true)
+        ->connect(TM_NAME("timeout"), UI::callback(this, [this, sec, then] {
+                      if (land_scene()) {
+                          cinema->connect(
+                              TM_NAME("ended"),
+                              UI::callback_arg(this, [this, sec, then](const Variant &) { _after_cine(sec, then); }),
+                              CONNECT_ONE_SHOT);
+                      } else {
+                          then.call();
+                      }
+                  }));
 }
 
 void World::start_feed(const String &id, Producer *producer) {

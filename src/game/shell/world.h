@@ -25,6 +25,7 @@ using namespace godot;
 class Assembly;
 class BotActions;
 class CashTile;
+class Cinematic;
 class CropField;
 class FarmDocument;
 class Hud;
@@ -171,6 +172,9 @@ public:
     void add_cash_tile(CashTile *tile);
     void add_field(CropField *field) { fields.push_back(field); }
     void open_region(const String &id, bool quiet);
+    // The scene of a bought land; its end is told by land_cinematic_done.
+    void show_land(const String &id);
+    bool land_scene() const; // a bought land is being shown
     void start_feed(const String &id, Producer *producer);
     void keep_node(const String &entry_id, Node *node) { nodes[entry_id] = node; }
     Land &land_office() { return land; }
@@ -191,6 +195,9 @@ private:
     Object *player_object() const;
     Object *hud_object() const;
     void finish_ready();
+    // Runs `then` after `sec` of real time; while a bought land is shown, that long after its end.
+    void _after_cine(double sec, const Callable &then);
+    void _on_cine_ended(const String &region);
     // Pays for the time since the last save, once, and tells it a moment later.
     void _offline_check(const Dictionary &doc);
     void read_input(double delta);
@@ -220,6 +227,7 @@ private:
     Hud *hud_node = nullptr;
     Node3D *items = nullptr;
     ItemBatch *batch = nullptr;
+    Cinematic *cinema = nullptr;
     BotActions *bot = nullptr;
 
     Land land;

@@ -14,6 +14,7 @@
 #include "game/interface/hud.h"
 #include "game/interface/joystick.h"
 #include "game/shell/assembly.h"
+#include "game/shell/cinematic.h"
 #include "game/shell/farm_document.h"
 #include "game/shell/purse.h"
 #include "game/shell/save.h"
@@ -83,6 +84,11 @@ void World::build_scene() {
     hud_node->connect("save_pressed", callable_mp(this, &World::save_on_request));
     hud_node->connect("zoom_pressed", callable_mp(this, &World::zoom_to));
     hud_node->joystick()->connect("tapped", callable_mp(this, &World::_on_tap));
+    cinema = memnew(Cinematic);
+    cinema->set_name("Cinematic");
+    add_child(cinema);
+    cinema->setup(&camera);
+    cinema->connect("ended", callable_mp(this, &World::_on_cine_ended));
     Scenery::light(this);
     if (WorldOptions::get().autoplay) {
         bot = memnew(BotActions);
@@ -213,6 +219,9 @@ void World::finish_ready() {
         player->set_position(Vector3(at.x, at.y, 40));
     }
     if (!visiting) {
+        if (first_run && !bot && !options.given_place()) {
+            cinema->play_intro(at);
+        }
         _offline_check(Save::get() ? Save::get()->get_data() : Dictionary());
     }
     set_under_construction(nullptr);

@@ -2,8 +2,6 @@
 
 #include <cmath>
 
-#include <godot_cpp/classes/scene_tree.hpp>
-#include <godot_cpp/classes/scene_tree_timer.hpp>
 #include <godot_cpp/classes/time.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
@@ -50,11 +48,10 @@ void World::_offline_check(const Dictionary &doc) {
     }
     UtilityFunctions::print(vformat("TILMARCH offline away=%d rate=%.2f paid=%d", pay.seconds, pay.rate, pay.paid));
     gain(pay.paid, player->get_position() + Vector3(0, 3, 0));
-    Ref<SceneTreeTimer> timer = get_tree()->create_timer(DIALOG_DELAY, true, false, true);
-    timer->connect(TM_NAME("timeout"), UI::callback(this, [this, pay] {
-                       Sfx::sound(TM_NAME("welcome_back"));
-                       hud_node->show_offline(pay.seconds, pay.paid);
-                   }));
+    _after_cine(DIALOG_DELAY, UI::callback(this, [this, pay] {
+                    Sfx::sound(TM_NAME("welcome_back"));
+                    hud_node->show_offline(pay.seconds, pay.paid);
+                }));
 }
 
 } // namespace tilm

@@ -1,6 +1,7 @@
 #pragma once
 // Launch options that a World reads while it builds: set by Main from the command line, before any World is made.
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -22,6 +23,8 @@ struct WorldOptions {
     int64_t away = -1;            // seconds away for the next load, -1: as measured
     double day_clock = -1.0;      // workday clock 0..480, -1: as saved
     int visit_peer = 0;           // whose farm is shown: 0 the own one
+
+    bool given_place() const { return std::isfinite(at_x) || std::isfinite(at_z); }
 
     static WorldOptions &get() {
         static WorldOptions options;

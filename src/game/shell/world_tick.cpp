@@ -12,6 +12,7 @@
 #include "game/automation/bot_actions.h"
 #include "game/interface/hud.h"
 #include "game/interface/joystick.h"
+#include "game/shell/cinematic.h"
 #include "game/shell/farm_document.h"
 #include "game/shell/purse.h"
 #include "game/shell/save.h"
@@ -98,6 +99,14 @@ void World::read_input(double delta) {
     }
     if (visiting || hud_node->panel_open()) {
         wish = Vector2();
+    }
+    if (cinema->is_playing()) {
+        if (wish != Vector2()) {
+            cinema->skip();
+        }
+        if (land_scene() && !bot) {
+            wish = Vector2();
+        }
     }
     player->set_input(Vector3(wish.x, 0, wish.y));
     if (!moved_told && wish != Vector2()) {
