@@ -1,0 +1,127 @@
+# The full farm, headless at fixed step: how long it takes to build, what a frame costs, and where the time goes.
+# Run by bench/farm/run. Words: --frames=N (10,000 by default), --out=FILE (a copy of the table)
+extends SceneTree
+
+const SETTLE_FRAMES := 600
+const GROUP_FRAMES := 900
+const GROUPS := ["SellCounter", "Customer", "Producer", "FarmHand", "MachineCore", "Hauler", "Worker", "Harvester",
+        "FieldCore", "TruckCore", "ConveyorCore", "PetCore", "ItemCore", "Hud", "World"]
+
+var main: Node
+var frames := 10000
+var started := 0
+var last := 0
+var longest_build := 0
+var built_at := -1
+var frame := 0
+var times := PackedInt64Array()
+var group := -1
+var group_times := PackedInt64Array()
+var frozen: Array[Node] = []
+var base_mean := 0.0
+
+
+func _initialize() -> void:
+    for word in OS.get_cmdline_user_args():
+        if word.begins_with("--frames="):
+            frames = int(word.trim_prefix("--frames="))
+    started = Time.get_ticks_usec()
+    last = started
+    main = (load("res://boot.tscn") as PackedScene).instantiate()
+    root.add_child.call_deferred(main)
+
+
+func world() -> Node:
+    for child in main.get_children():
+        if child.is_class("World"):
+            return child
+    return null
+
+
+func _process(_delta: float) -> bool:
+    var now := Time.get_ticks_usec()
+    var took := now - last
+    last = now
+    var farm := world()
+    if farm == null or farm.get_building():
+        if farm != null:
+            longest_build = maxi(longest_build, took)
+            if took > 25000:
+                print("long build frame %.1f ms at %.3f" % [took / 1e3, farm.build_progress()])
+        return false
+    if built_at < 0:
+        built_at = now - started
+        print("| building the farm | %.2f s |" % (built_at / 1e6))
+        print("| longest frame of the build | %.1f ms |" % (longest_build / 1e3))
+    frame += 1
+    if frame <= SETTLE_FRAMES:
+        return false
+    if group < 0:
+        times.push_back(took)
+        if times.size() >= frames:
+            tell()
+            next_group()
+        return false
+    group_times.push_back(took)
+    if group_times.size() >= GROUP_FRAMES:
+        var mean := mean_of(group_times)
+        print("| %s (%d nodes) | %.0f us |" % [GROUPS[group], frozen.size(), base_mean - mean])
+        for node in frozen:
+            if is_instance_valid(node):
+                node.set_process(true)
+        next_group()
+    return false
+
+
+func tell() -> void:
+    base_mean = mean_of(times)
+    var sorted := times.duplicate()
+    sorted.sort()
+    var n := sorted.size()
+    print("| frame, median of %d | %.2f ms |" % [n, sorted[n / 2] / 1e3])
+    print("| frame, 99th percentile | %.2f ms |" % (sorted[n * 99 / 100] / 1e3))
+    print("| frame, longest | %.2f ms |" % (sorted[n - 1] / 1e3))
+    print("| nodes | %d |" % Performance.get_monitor(Performance.OBJECT_NODE_COUNT))
+    print("| memory of the whole process, at most | %.0f MB |" % peak_memory())
+    print("")
+    print("| without it a frame is shorter by | |")
+    print("|---|---|")
+
+
+func peak_memory() -> float:
+    var status := FileAccess.open("/proc/self/status", FileAccess.READ)
+    while status != null and not status.eof_reached():
+        var line := status.get_line()
+        if line.begins_with("VmHWM:"):
+            return line.to_int() / 1024.0
+    return 0.0
+
+
+# The mean without the longest hundredth: a rare long frame must not decide what a group costs.
+func mean_of(list: PackedInt64Array) -> float:
+    var sorted := list.duplicate()
+    sorted.sort()
+    var n := maxi(1, sorted.size() * 99 / 100)
+    var sum := 0
+    for i in n:
+        sum += sorted[i]
+    return sum / float(n)
+
+
+func next_group() -> void:
+    group += 1
+    frozen.clear()
+    group_times.clear()
+    if group >= GROUPS.size():
+        quit(0)
+        return
+    collect(root, GROUPS[group])
+    for node in frozen:
+        node.set_process(false)
+
+
+func collect(node: Node, name: String) -> void:
+    if node.is_class(name) and node.is_processing():
+        frozen.push_back(node)
+    for child in node.get_children():
+        collect(child, name)
