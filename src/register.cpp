@@ -15,6 +15,7 @@
 #include "farm_shop/counter_core.h"
 #include "farm_shop/customer_brain.h"
 #include "farm_shop/hauler_brain.h"
+#include "farm_shop/machine_core.h"
 #include "farm_shop/worker_brain.h"
 #include "game/actors/cash_tile.h"
 #include "game/actors/crop_field.h"
@@ -24,6 +25,7 @@
 #include "game/actors/hauler.h"
 #include "game/actors/item.h"
 #include "game/actors/item_batch.h"
+#include "game/actors/machine.h"
 #include "game/actors/money_stack.h"
 #include "game/actors/pile.h"
 #include "game/actors/player.h"
@@ -105,6 +107,7 @@ void register_core_classes() {
     TM_ADD(WorkerBrain);
     TM_ADD(CustomerBrain);
     TM_ADD(CounterCore);
+    TM_ADD(MachineCore);
     TM_ADD(ProducerCore);
     TM_ADD(FieldCore);
     TM_ADD(MoneyCore);
@@ -132,6 +135,7 @@ void register_game_classes() {
     TM_ADD(Joystick);
     TM_ADD(Lang);
     TM_ADD(Loading);
+    TM_ADD(Machine);
     TM_ADD(Main);
     TM_ADD(Menu);
     TM_ADD(Models);

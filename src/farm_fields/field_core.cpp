@@ -4,10 +4,10 @@
 #include <cmath>
 #include <numbers>
 
-#include <godot_cpp/variant/dictionary.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
 #include "glebworks/glebworks.h"
+#include "glebworks/water_meta.h"
 #include "names.h"
 
 namespace tilm {
@@ -146,12 +146,8 @@ Vector3 FieldCore::random_alive(const Vector3 &near, double within) {
 }
 
 void FieldCore::grow(double dt) {
-    if (has_meta(TM_NAME("water"))) {
-        const Variant tank = get_meta(TM_NAME("water"));
-        if (tank.get_type() == Variant::DICTIONARY &&
-            static_cast<double>(static_cast<Dictionary>(tank).get(TM_NAME("level"), 1.0)) <= 0.0) {
-            return;
-        }
+    if (water_dry(this)) {
+        return;
     }
     grid.grow(dt, grow_mult * s_weather_mult, [this](int cell, float scale) { show_cell(cell, scale); });
 }

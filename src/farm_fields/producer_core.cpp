@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include <godot_cpp/classes/node3d.hpp>
-#include <godot_cpp/variant/dictionary.hpp>
 
 #include "farm_items/pile_core.h"
 #include "glebworks/glebworks.h"
+#include "glebworks/water_meta.h"
 #include "names.h"
 #include "rules/producers.h"
 
@@ -51,17 +51,6 @@ void ProducerCore::show(Node *label, bool on, int8_t &shown) {
     }
 }
 
-bool ProducerCore::water_dry() const {
-    if (!has_meta(TM_NAME("water"))) {
-        return false;
-    }
-    const Variant tank = get_meta(TM_NAME("water"));
-    if (tank.get_type() != Variant::DICTIONARY) {
-        return false;
-    }
-    return static_cast<double>(static_cast<Dictionary>(tank).get(TM_NAME("level"), 1.0)) <= 0.0;
-}
-
 void ProducerCore::_process(double dt) {
     step(dt);
 }
@@ -99,7 +88,7 @@ void ProducerCore::step(double dt) {
     }
     const int total = tray->count() + catch_pending;
     step_hunger(d, total, room);
-    if (total >= room || water_dry()) {
+    if (total >= room || water_dry(this)) {
         return;
     }
     interval_t -= d;

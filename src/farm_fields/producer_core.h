@@ -56,7 +56,6 @@ private:
     void step_feed(double d);
     void step_hunger(double d, int total, int room);
     void show(Node *label, bool on, int8_t &shown);
-    bool water_dry() const;
 
     PileCore *tray = nullptr;
     PileCore *trough = nullptr;

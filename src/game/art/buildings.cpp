@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "game/art/house_parts.h"
+#include "game/art/machine_houses.h"
 #include "game/art/models.h"
 #include "game/art/producer_houses.h"
 #include "game/art/shapes.h"
@@ -212,6 +213,17 @@ Rect2 Buildings::house_solid(const String &product) {
         return Rect2(-2.4f, -2.8f, 4.8f, 2.2f);
     }
     return Rect2(-2.1f, -2.75f, 4.2f, 1.9f);
+}
+
+Node3D *Buildings::machine(const String &product, const Color &roof) {
+    Node3D *node = memnew(Node3D);
+    node->add_child(Models::bake("machine_" + product + "_" + roof.to_html(false),
+                                 Models::builder([product, roof]() { return machine_houses::build(product, roof); })));
+    return node;
+}
+
+Rect2 Buildings::machine_solid() {
+    return Rect2(-2.3f, -2.75f, 4.6f, 2.6f);
 }
 
 Node3D *Buildings::trough(const String &kind) {

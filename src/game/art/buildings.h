@@ -24,6 +24,12 @@ public:
     static Node3D *house(const String &product);
     // Ground that walkers go round, relative to the producer's origin: the house itself, without its yard.
     static Rect2 house_solid(const String &product);
+    // Building and yard of a machine by its product, its roof or awning in `roof`. Fits x -2.9..2.9, z -2.9..1.5; the
+    // pallets under its two piles are machine_floor high; smoke leaves its chimney at (0.95, 2.9, -0.4).
+    static Node3D *machine(const String &product, const Color &roof);
+    static constexpr float machine_floor = 0.14f;
+    static Color machine_roof() { return Color(0.937f, 0.424f, 0.0f); } // ef6c00, for entries without a roof
+    static Rect2 machine_solid();
     // Feed trough (2 x 4 goods, 0.42 x 0.38 apart) for feed `kind`; its origin is the pile's.
     static Node3D *trough(const String &kind);
     // Tray slab under a producer's output pile, 2.6 x 1.7.

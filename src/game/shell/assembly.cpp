@@ -7,6 +7,7 @@
 #include "game/actors/crop_field.h"
 #include "game/actors/harvester.h"
 #include "game/actors/hauler.h"
+#include "game/actors/machine.h"
 #include "game/actors/player.h"
 #include "game/actors/producer.h"
 #include "game/actors/sell_counter.h"
@@ -19,6 +20,7 @@
 #include "game/shell/world.h"
 #include "game/sound/sfx.h"
 #include "names.h"
+#include "rules/machine_perks.h"
 
 namespace tilm {
 
@@ -42,6 +44,7 @@ Assembly::Assembly(World &world) : world(world) {
         {"workers", &Assembly::workers},   {"hauler", &Assembly::hauler}, {"harvester", &Assembly::harvester},
         {"stack", &Assembly::stack},       {"shoes", &Assembly::shoes},   {"feed", &Assembly::feed},
         {"magnet", &Assembly::magnet},     {"land", &Assembly::land},     {"final", &Assembly::final},
+        {"machine", &Assembly::machine},
     };
 }
 
@@ -111,6 +114,48 @@ void Assembly::stall(const Dictionary &e, int level, bool, Outcome &out) {
         stands->set_level(level);
     }
     out.toast = "PRICES UP!";
+}
+
+// The machine of an entry stands under the entry's id; null, with a log line, for a bad row.
+Machine *Assembly::raise_machine(const Dictionary &e) {
+    Machine *made = Machine::build(e);
+    if (made) {
+        world.add_child(made);
+        world.keep_node(e["id"], made);
+    }
+    return made;
+}
+
+void Assembly::machine(const Dictionary &e, int level, bool, Outcome &out) {
+    String title = e["title"];
+    if (level > 1) {
+        if (Machine *stands = Object::cast_to<Machine>(world.node_of(e["id"]))) {
+            stands->set_level(level);
+            out.toast = rules::next_perk_is_speed(level - 1) ? "FASTER " + title + "!" : title + " HOLDS MORE!";
+        }
+        return;
+    }
+    out.look_at(ground(e));
+    if (raise_machine(e)) {
+        out.toast = title + " BUILT!";
+        own_helpers(e);
+    }
+}
+
+// An added machine brings the two who feed it and carry its goods away.
+void Assembly::own_helpers(const Dictionary &e) {
+    String carry_to = e.get("carry_to", "");
+    if (carry_to.is_empty()) {
+        return;
+    }
+    const Array kinds[2] = {e.get("feed_kinds", Array()), e.get("out_kinds", Array())};
+    const String to[2] = {e.get("alias", ""), carry_to};
+    for (int i = 0; i < 2; i++) {
+        Hauler *made = memnew(Hauler);
+        made->setup(vformat("%s#%d", e["id"], i + 1), kinds[i], to[i], ground(e, Vector2(0.8f * i - 0.4f, 3.4f)),
+                    world.zone_list());
+        world.add_child(made);
+    }
 }
 
 void Assembly::field(const Dictionary &e, int level, bool, Outcome &) {

@@ -12,6 +12,7 @@ namespace tilm {
 using namespace godot;
 
 class CropField;
+class Machine;
 class World;
 
 class Assembly {
@@ -39,6 +40,7 @@ private:
 
     void producer(const Dictionary &e, int level, bool quiet, Outcome &out);
     void stall(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void machine(const Dictionary &e, int level, bool quiet, Outcome &out);
     void field(const Dictionary &e, int level, bool quiet, Outcome &out);
     void workers(const Dictionary &e, int level, bool quiet, Outcome &out);
     void harvester(const Dictionary &e, int level, bool quiet, Outcome &out);
@@ -50,6 +52,8 @@ private:
     void land(const Dictionary &e, int level, bool quiet, Outcome &out);
     void final(const Dictionary &e, int level, bool quiet, Outcome &out);
 
+    Machine *raise_machine(const Dictionary &e);
+    void own_helpers(const Dictionary &e);
     CropField *field_of(const Dictionary &e) const;
 
     World &world;

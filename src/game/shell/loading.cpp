@@ -190,7 +190,11 @@ void Loading::plan_entry(const Dictionary &entry) {
         });
     } else if (kind == "machine" || kind == "factory" || kind == "restaurant") {
         const String product = entry.get("product", "");
-        add_task("m_" + product, [product]() { drop(Buildings::anim(product)); });
+        const Color roof = entry.get("roof", Buildings::machine_roof());
+        add_task("m_" + product, [product, roof]() {
+            drop(Buildings::machine(product, roof));
+            drop(Buildings::anim(product));
+        });
     } else if (kind == "field") {
         const String crop = entry.get("crop", "");
         add_task("f_" + crop, [crop]() { Models::crop_mesh(crop); });

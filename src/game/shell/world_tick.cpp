@@ -3,6 +3,7 @@
 #include <godot_cpp/classes/input.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_shop/machine_core.h"
 #include "game/actors/crop_field.h"
 #include "game/actors/item.h"
 #include "game/actors/player.h"
@@ -159,6 +160,7 @@ void World::step_meters(double delta) {
     FieldCore::set_weather_mult(1.0);
     CustomerBrain::set_patience(1.0);
     CounterCore::set_spawn_mult(1.0);
+    MachineCore::set_boost(has_perk("machines") ? 2.0 : 1.0);
     SellCounter::set_price_factor(1.0);
     purse->cash_multiplier = 1.0;
     rate_timer += delta;

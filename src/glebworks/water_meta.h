@@ -1,0 +1,21 @@
+#pragma once
+// The water tank of a building: a Dictionary that hangs on its node as the meta `water`.
+
+#include <godot_cpp/core/object.hpp>
+#include <godot_cpp/variant/dictionary.hpp>
+
+#include "names.h"
+
+namespace tilm {
+
+// Whether the node has a tank and it is empty; what has no tank never runs dry.
+inline bool water_dry(const godot::Object *node) {
+    if (!node->has_meta(TM_NAME("water"))) {
+        return false;
+    }
+    const godot::Variant tank = node->get_meta(TM_NAME("water"));
+    return tank.get_type() == godot::Variant::DICTIONARY &&
+           static_cast<double>(static_cast<godot::Dictionary>(tank).get(TM_NAME("level"), 1.0)) <= 0.0;
+}
+
+} // namespace tilm
