@@ -28,6 +28,7 @@
 #include "game/art/prim_cache.h"
 #include "game/art/scenery.h"
 #include "game/art/shapes.h"
+#include "game/data/farm_data.h"
 #include "glebworks/mesh_cluster.h"
 #include "rules/items.h"
 
@@ -376,6 +377,41 @@ TEST(Houses, EveryProducerStandsOnItsPlot) {
     ASSERT_NE(sails, nullptr);
     EXPECT_NEAR(sails->get_position().y, 4.5, 1e-5);
     memdelete(sails);
+}
+
+TEST(Houses, EachMachineOfThePlanHasItsOwnWithinItsGround) {
+    std::map<std::string, std::string> by_shape;
+    std::map<std::string, bool> seen;
+    const Array plan = FarmData::plan();
+    for (int i = 0; i < plan.size(); i++) {
+        const Dictionary e = plan[i];
+        const String kind = e["kind"];
+        const String product = e.get("product", "");
+        if ((kind != "machine" && kind != "factory" && kind != "restaurant") ||
+            !seen.emplace(product.utf8().get_data(), true).second) {
+            continue;
+        }
+        const Color roof = e.get("roof", Buildings::machine_roof());
+        Node3D *node = Buildings::machine(product, roof);
+        MeshInstance3D *shown = Object::cast_to<MeshInstance3D>(node->get_child(0));
+        ASSERT_NE(shown, nullptr);
+        const AABB box = shown->get_mesh()->get_aabb();
+        EXPECT_GT(box.position.x, -3.2f) << product;
+        EXPECT_LT(box.position.x + box.size.x, 3.2f) << product;
+        EXPECT_GT(box.position.z, -3.4f) << product;
+        EXPECT_LT(box.position.z + box.size.z, 2.2f) << product << ": people stand in front";
+        EXPECT_GT(box.size.y, 2.5f) << product;
+        EXPECT_LT(box.size.y, 5.6f) << product;
+        const int64_t corners = vertices_of(shown->get_mesh()).size();
+        const PackedInt32Array indices = shown->get_mesh()->surface_get_arrays(0)[Mesh::ARRAY_INDEX];
+        const int64_t triangles = (indices.is_empty() ? corners : indices.size()) / 3;
+        EXPECT_LE(triangles, 6000) << product;
+        const std::string shape = std::to_string(triangles) + "/" + std::to_string(box.size.length());
+        EXPECT_TRUE(by_shape.emplace(shape, product.utf8().get_data()).second)
+            << product << " looks like " << by_shape[shape];
+        memdelete(node);
+    }
+    EXPECT_EQ(seen.size(), 19u);
 }
 
 TEST(Icons, KindsAndProductsAreToldApart) {

@@ -9,7 +9,10 @@
 #include "engine_test.h"
 #include "farm_items/pile_core.h"
 #include "game/actors/cash_tile.h"
+#include "game/actors/crop_field.h"
+#include "game/actors/hauler.h"
 #include "game/actors/item.h"
+#include "game/actors/machine.h"
 #include "game/actors/player.h"
 #include "game/actors/producer.h"
 #include "game/actors/sell_counter.h"
@@ -18,6 +21,7 @@
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
 #include "game/kit/ui.h"
+#include "game/ports/notices.h"
 #include "game/shell/save.h"
 #include "game/shell/world.h"
 #include "game/shell/world_options.h"
@@ -86,6 +90,19 @@ protected:
 
     Save *save = nullptr;
     World *world = nullptr;
+};
+
+// Hears the toasts in place of the interface while it lives.
+class Heard : public Notices {
+public:
+    Heard() : before(Notices::current()) { Notices::set_current(this); }
+    ~Heard() override { Notices::set_current(before); }
+    void notice(const String &text, ToastLevel) override { last = text; }
+    void fly_money(int64_t, const Vector3 &) override {}
+    String last;
+
+private:
+    Notices *before;
 };
 
 } // namespace
@@ -252,6 +269,97 @@ TEST_F(WorldTest, WorkWithoutItsFieldBuildsNothingAndKeepsItsLevel) {
     EXPECT_EQ(world->level_of("wheat_workers"), 1);
     EXPECT_EQ(world->level_of("wheat_harvester"), 1);
     EXPECT_EQ(world->node_of("wheat_harvester"), nullptr);
+}
+
+TEST_F(WorldTest, MachinesAreBoughtWorkAndComeBack) {
+    Dictionary levels;
+    levels["land_mill"] = 1;
+    levels["flour_mill"] = 2;
+    save->data = farm(100000, levels);
+    open();
+    Machine *mill = Object::cast_to<Machine>(world->node_of("flour_mill"));
+    ASSERT_NE(mill, nullptr);
+    EXPECT_EQ(mill->get_level(), 2);
+    EXPECT_TRUE(world->get_tiles().has("flour_mill")); // its upgrade is for sale
+    MachineCore::set_boost(2);
+    ASSERT_NE(zone("flour_mill"), nullptr);
+    for (int i = 0; i < 9; i++) {
+        zone("flour_mill")->get_pile()->add(Item::spawn("wheat", Vector3()), 0);
+    }
+    step_seconds(4.4); // the farm steps it: four batches of 0.992 s at its own speed
+    EXPECT_EQ(MachineCore::get_boost(), 1);
+    EXPECT_EQ(zone("flour_mill_out")->get_pile()->count_kind("flour"), 4);
+    EXPECT_EQ(world->flow_total("used:wheat"), 4);
+    EXPECT_EQ(world->flow_total("made:flour"), 4);
+    mill->set_process_mode(Node::PROCESS_MODE_DISABLED); // broken down
+    step_seconds(3);
+    EXPECT_EQ(zone("flour_mill")->get_pile()->count(), 5);
+    world->save_now();
+    reopen();
+    mill = Object::cast_to<Machine>(world->node_of("flour_mill"));
+    ASSERT_NE(mill, nullptr);
+    EXPECT_EQ(mill->get_level(), 2);
+    EXPECT_EQ(zone("flour_mill")->get_pile()->count_kind("wheat"), 5);
+    EXPECT_EQ(zone("flour_mill_out")->get_pile()->count_kind("flour"), 4);
+    // Each level says what it brings.
+    const Dictionary entry = FarmData::entry_by_id("flour_mill");
+    Heard heard;
+    world->apply_level(entry, 3, false);
+    EXPECT_EQ(heard.last, String("FLOUR MILL HOLDS MORE!"));
+    world->apply_level(entry, 4, false);
+    EXPECT_EQ(heard.last, String("FASTER FLOUR MILL!"));
+    EXPECT_EQ(mill->get_level(), 4);
+    world->apply_level(FarmData::entry_by_id("oil_press"), 1, false);
+    EXPECT_EQ(heard.last, String("OIL PRESS BUILT!"));
+    EXPECT_NE(world->node_of("oil_press"), nullptr);
+}
+
+TEST_F(WorldTest, AnAddedMachineBringsWhoFeedsItAndCarriesAway) {
+    Dictionary levels;
+    levels["land_mill"] = 1;
+    save->data = farm(0, levels);
+    open();
+    Dictionary entry = FarmData::entry_by_id("flour_mill").duplicate(true);
+    entry["id"] = "x_mill_1";
+    entry["alias"] = "flour_mill";
+    entry["carry_to"] = "stall_flour";
+    entry["feed_kinds"] = Array::make("wheat");
+    entry["out_kinds"] = Array::make("flour");
+    world->apply_level(entry, 1, true);
+    const Vector3 at(31, 0, -8.5f);
+    std::vector<String> to;
+    for (int i = 0; i < world->get_child_count(); i++) {
+        if (Hauler *hauler = Object::cast_to<Hauler>(world->get_child(i))) {
+            const float x = 0.8f * static_cast<float>(to.size()) - 0.4f;
+            EXPECT_LT(hauler->get_position().distance_to(at + Vector3(x, 0, 3.4f)), 0.01);
+            to.push_back(hauler->get_dst());
+        }
+    }
+    ASSERT_EQ(to.size(), 2u);
+    EXPECT_EQ(to[0], String("flour_mill"));
+    EXPECT_EQ(to[1], String("stall_flour"));
+    // The first fetches wheat from the pallet of the field to the added mill although the other does not stand.
+    CropField *field = Object::cast_to<CropField>(world->node_of("field_wheat"));
+    ASSERT_NE(field, nullptr);
+    for (int i = 0; i < 5; i++) {
+        field->get_pallet()->add(Item::spawn("wheat", field->get_pallet()->get_global_position()), 0);
+    }
+    for (int i = 0; i < 60 && world->flow_total("made:flour") == 0; i++) {
+        step_seconds(1);
+    }
+    EXPECT_GT(world->flow_total("used:wheat"), 0);
+    EXPECT_GT(world->flow_total("made:flour"), 0);
+}
+
+TEST_F(WorldTest, ABadMachineRowLeavesAnEmptyLotAndItsLevel) {
+    open();
+    Dictionary entry = FarmData::entry_by_id("flour_mill").duplicate(true);
+    entry["id"] = "x_mill_2";
+    entry["recipe"] = Dictionary();
+    expect_engine_error("machine x_mill_2: no recipe");
+    world->apply_level(entry, 1, true);
+    EXPECT_EQ(world->node_of("x_mill_2"), nullptr);
+    EXPECT_EQ(world->level_of("x_mill_2"), 1);
 }
 
 TEST_F(WorldTest, AVisitShowsAndNeverWrites) {

@@ -83,12 +83,12 @@ void butcher(Node3D *at, const Color &roof_color) {
     awning(at, home + Vector3(0.35f, 1.85f, 1.06f), 3.1f, roof_color);
     chimney(at, 1.9f, col(0xb5604e));
     // The joint that everybody sees from afar.
-    const Vector3 sign(-0.55f, 2.95f, -1.0f);
-    put(at, ball(Vector3(0.95f, 0.62f, 0.3f), 10, 5), 0xc73b44, sign, Vector3(0, 0, -12));
-    put(at, ball(Vector3(0.78f, 0.48f, 0.34f), 10, 5), 0xf0707a, sign + Vector3(0.02f, 0.0f, 0.03f),
+    const Vector3 sign(-0.5f, 3.1f, -0.9f);
+    put(at, ball(Vector3(1.25f, 0.82f, 0.34f), 11, 5), 0xc73b44, sign, Vector3(0, 0, -12));
+    put(at, ball(Vector3(1.05f, 0.64f, 0.38f), 11, 5), 0xf0707a, sign + Vector3(0.02f, 0.0f, 0.03f),
         Vector3(0, 0, -12));
-    put(at, ball(Vector3(0.22f, 0.2f, 0.36f), 8, 4), pal::WHITE, sign + Vector3(0.36f, 0.05f, 0.04f));
-    put(at, ball(Vector3(0.11f, 0.1f, 0.4f), 7, 3), 0xf0b0a0, sign + Vector3(0.36f, 0.05f, 0.05f));
+    put(at, ball(Vector3(0.29f, 0.26f, 0.41f), 8, 4), pal::WHITE, sign + Vector3(0.36f, 0.05f, 0.04f));
+    put(at, ball(Vector3(0.14f, 0.13f, 0.46f), 7, 3), 0xf0b0a0, sign + Vector3(0.36f, 0.05f, 0.05f));
     for (const float x : {-0.5f, 0.5f}) {
         put(at, bevel_box(Vector3(0.14f, 0.7f, 0.14f), 0.03f), pal::WOOD_DARK, sign + Vector3(x, -0.6f, 0));
     }
@@ -128,18 +128,26 @@ void creamery(Node3D *at, const Color &roof_color) {
     put(at, loft({{0, 1.75f, 1.3f}, {0.25f, 1.7f, 1.26f}}, 12, 0.2f), pal::STONE, home);
     put(at, loft({{0.2f, 1.6f, 1.18f}, {1.45f, 1.58f, 1.16f}}, 12, 0.2f), pal::WHITE, home);
     put(at, loft({{1.15f, 1.63f, 1.21f}, {1.3f, 1.63f, 1.21f}}, 12, 0.2f), pal::BLUE, home);
-    // Its roof is a wheel of cheese with a wedge cut out.
-    std::vector<Vector2> wheel = {Vector2(0, 0)};
-    for (int i = 0; i <= 12; i++) {
-        const float a = -0.30f + 5.35f * float(i) / 12.0f;
-        wheel.emplace_back(1.95f * std::cos(a), 1.45f * std::sin(a));
+    // Its roof is a wheel of cheese; the wedge is cut out towards the road.
+    std::vector<Vector2> wheel = {Vector2(0.15f, -0.1f)};
+    for (int i = 0; i <= 13; i++) {
+        const float a = -0.75f + 5.25f * float(i) / 13.0f;
+        wheel.emplace_back(1.95f * std::cos(a), 1.5f * std::sin(a));
     }
-    put(at, shapes::extrude(wheel, 0.85f), pal::tone(roof_color, 0.04f), home + Vector3(0, 1.87f, 0),
-        Vector3(-90, 35, 0));
-    for (int i = 0; i < 7; i++) {
-        const float a = 0.5f + 0.42f * float(i);
-        put(at, ball(Vector3(0.15f, 0.13f, 0.08f), 7, 3), pal::tone(roof_color, -0.28f),
-            home + Vector3(1.85f * std::cos(a), 1.75f + 0.27f * float(i % 2), 1.5f * std::sin(a)),
+    const Vector3 cheese = home + Vector3(0, 1.95f, 0);
+    put(at, shapes::extrude(wheel, 0.95f), roof_color, cheese, Vector3(-90, 0, 0));
+    put(at, shapes::extrude(wheel, 0.1f), pal::tone(roof_color, -0.2f), cheese + Vector3(0, -0.46f, 0),
+        Vector3(-90, 0, 0), Vector3(1.03f, 1.03f, 1));
+    const Vector3 holes[] = {
+        {-0.9f, 0.47f, 0.2f}, {-0.2f, 0.47f, -0.6f}, {0.9f, 0.47f, -0.5f}, {-1.2f, 0.47f, -0.5f}, {1.3f, 0.47f, 0.2f}};
+    for (int i = 0; i < 5; i++) {
+        const float r = rnd(221, i, 0.15f, 0.26f);
+        put(at, ball(Vector3(r, 0.07f, r * 0.85f), 8, 3), pal::tone(roof_color, -0.25f), cheese + holes[i]);
+    }
+    for (int i = 0; i < 4; i++) {
+        const float a = 2.05f + 0.32f * float(i);
+        put(at, ball(Vector3(0.16f, 0.17f, 0.08f), 8, 3), pal::tone(roof_color, -0.25f),
+            cheese + Vector3(1.92f * std::cos(a), 0.18f - 0.3f * float(i % 2), 1.48f * std::sin(a)),
             Vector3(0, 90 - a * 57.2958f, 0));
     }
     double_door(at, home + Vector3(0, 0.1f, 1.17f), 0.95f, 1.0f, col(pal::BLUE), col(pal::WHITE));
@@ -166,8 +174,9 @@ void juice_press(Node3D *at, const Color &roof_color) {
         Vector3(90, 0, 0));
     for (int i = 0; i < 6; i++) {
         const float a = float(i) * 1.0472f + 0.52f;
-        put(at, loft({{0, 0.3f, 0.3f}, {0.08f, 0.26f, 0.26f}}, 3), pal::tone(roof_color, 0.02f),
-            fruit + Vector3(0.5f * std::cos(a), 0.5f * std::sin(a), 0.54f), Vector3(90, 0, a * 57.2958f + 90));
+        put(at,
+            shapes::extrude({Vector2(0.12f, 0), Vector2(0.8f, -0.36f), Vector2(0.86f, 0), Vector2(0.8f, 0.36f)}, 0.1f),
+            i % 2 ? col(0xffb02e) : col(0xffa01f), fruit + Vector3(0, 0, 0.58f), Vector3(0, 0, a * 57.2958f));
     }
     put(at, loft({{0, 0.1f, 0.1f}, {1.7f, 0.1f, 0.1f}}, 7), pal::RED, fruit + Vector3(0.35f, 0.3f, -0.2f),
         Vector3(0, 0, -24));
@@ -192,10 +201,11 @@ void weaver(Node3D *at, const Color &roof_color) {
     double_door(at, home + Vector3(0, 0.1f, 0.9f), 0.9f, 1.1f, col(pal::PURPLE), col(pal::WOOD));
     window(at, home + Vector3(0, 2.3f, 0.88f), 0.5f, 0.5f, col(pal::WOOD));
     // A ball of yarn with its needles, and blankets on the line.
-    const Vector3 yarn(1.35f, 0.78f, -1.7f);
-    put(at, ball(Vector3(0.78f, 0.76f, 0.78f), 11, 6), pal::PINK, yarn);
+    const Vector3 yarn(1.55f, 2.1f, -1.75f);
+    put(at, bevel_box(Vector3(1.5f, 1.35f, 1.3f), 0.06f), pal::WOOD_LIGHT, Vector3(1.5f, 0.68f, -1.75f));
+    put(at, ball(Vector3(0.86f, 0.84f, 0.86f), 11, 6), pal::PINK, yarn);
     for (int i = 0; i < 4; i++) {
-        put(at, shapes::arc(0.79f, 0.1f, 0.13f, 3.0f, 7), pal::tone(pal::PINK, i % 2 ? -0.14f : 0.2f), yarn,
+        put(at, shapes::arc(0.87f, 0.1f, 0.13f, 3.0f, 7), pal::tone(pal::PINK, i % 2 ? -0.14f : 0.2f), yarn,
             Vector3(float(i) * 25 - 60, float(i) * 40, float(i) * 45));
     }
     for (const float side : {-1.0f, 1.0f}) {
