@@ -100,7 +100,7 @@ void Machine::build_zones() {
         Array all = farm->zone_list();
         all.append_array(zones);
     }
-    const char *const words[] = {"IN", "OUT"};
+    const char *const words[] = {"INPUT", "TAKE"};
     for (int side = 0; side < 2; ++side) {
         Node3D *plate = Scenery::zone_plate(zone_size, words[side]);
         plate->set_position(Vector3(side == 0 ? -pile_x : pile_x, 0, zone_z));
