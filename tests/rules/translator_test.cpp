@@ -156,6 +156,8 @@ TEST(LangTables, EveryRowHolds) {
     EXPECT_EQ(t.message("ALL $"), "الكل $");
     EXPECT_EQ(t.message("SURE?"), "متأكد؟");
     EXPECT_EQ(shown(t.message("WATER 40%")), "مية <40%>");
+    EXPECT_EQ(t.message("NEED APPLE OR ORANGE"), "محتاج التفاح أو البرتقان");
+    EXPECT_EQ(t.message("NEED\nMEAT + TOMATO\n+ POTATO"), "محتاج\nلحمة + الطماطم\n+ البطاطس");
     EXPECT_EQ(shown(t.message("BUY 3 EGGS AT THE MARKET NOW")), "اشتري <3> بيض من السوق دلوقتي");
 
     std::vector<std::string> ignored;
