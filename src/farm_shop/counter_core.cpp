@@ -38,7 +38,13 @@ void CounterCore::set_product(const String &k) {
 void CounterCore::set_products(const Array &k) {
     products.clear();
     for (int64_t i = 0; i < k.size(); ++i) {
-        products.push_back(k[i]);
+        const Variant &kind = k[i];
+        const bool text = kind.get_type() == Variant::STRING || kind.get_type() == Variant::STRING_NAME;
+        if (!text || String(kind).is_empty()) {
+            ERR_PRINT("TILMARCH counter of " + product + ": a product that is no kind is left out");
+            continue;
+        }
+        products.push_back(kind);
     }
     if (products.empty()) {
         products.push_back(product);
@@ -321,12 +327,12 @@ void CounterCore::step_ghosts(double d) {
         need = have;
     }
     pay_clock -= t;
-    const GhostRecord sold = head;
-    ghosts.pop_front();
+    const GhostRecord sold = head; // _pay may be a script's
     if (need > 0) {
         stock.get()->drop(sold.kind, static_cast<int>(need));
     }
     call(TM_NAME("_pay"), sold.kind, need, sold.vip, rules::mood_after(sold.wait, patience), true);
+    pop_ghost();
 }
 
 void CounterCore::_bind_methods() {
@@ -338,6 +344,10 @@ void CounterCore::_bind_methods() {
     TM_BIND_FIELD(CounterCore, Variant::BOOL, settle_pending);
     TM_BIND_FIELD(CounterCore, Variant::FLOAT, clock);
     TM_BIND_FIELD(CounterCore, Variant::FLOAT, spawn_clock);
+    TM_BIND_FIELD(CounterCore, Variant::FLOAT, serve_clock);
+    TM_BIND_FIELD(CounterCore, Variant::FLOAT, swap_clock);
+    TM_BIND_FIELD(CounterCore, Variant::FLOAT, pay_clock);
+    TM_BIND_FIELD(CounterCore, Variant::FLOAT, slow_clock);
     ClassDB::bind_method(D_METHOD("set_level_raw", "l"), &CounterCore::set_level_raw);
     ClassDB::bind_method(D_METHOD("get_level"), &CounterCore::get_level);
     ClassDB::bind_method(D_METHOD("slow_join"), &CounterCore::slow_join);

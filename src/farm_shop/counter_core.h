@@ -29,7 +29,11 @@ public:
     TM_FIELD(double, spawn_z, 22.0)
     TM_FIELD(bool, settle_pending, false)
     TM_FIELD(double, clock, 0.0)
-    TM_FIELD(double, spawn_clock, 0.0)
+    TM_FIELD(double, spawn_clock, 0.0) // seconds to the next customer, may be negative
+    TM_FIELD(double, serve_clock, 0.0) // since the last unit handed over
+    TM_FIELD(double, swap_clock, 0.0)  // that the head has stood before an empty kind
+    TM_FIELD(double, pay_clock, 0.0)   // of the records' payments
+    TM_FIELD(double, slow_clock, 0.0)  // gathered out of sight
 
     // Makes real customers of records, as many as the frame allows.
     virtual void show_ghosts();
@@ -50,6 +54,7 @@ public:
 
     void set_product(const String &k);
     String get_product() const { return product; }
+    // One that holds no kind leaves the main one.
     void set_products(const Array &k);
     Array get_products() const;
     void set_level_raw(int64_t l) { level = l < 1 ? 1 : l; }
@@ -102,11 +107,6 @@ private:
     void new_ghost(bool near);
     void give_up(WalkerCore *front, CustomerBrain *m);
     String first_stocked() const;
-
-    double serve_clock = 0.0;
-    double swap_clock = 0.0;
-    double pay_clock = 0.0;
-    double slow_clock = 0.0;
 
     static bool rush;
     static double spawn_mult;

@@ -26,6 +26,18 @@ int64_t unit_price(int64_t level, int64_t base) {
     return round_half_away((static_cast<double>(level - 1) * 0.35 + 1.0) * static_cast<double>(base));
 }
 
+double customer_patience(double charm, bool calm) {
+    return (charm / 100.0 + 1.0) * (calm ? 2.0 : 1.0);
+}
+
+double customer_gap(bool night, bool crowd) {
+    return (night ? 2.0 : 1.0) * (crowd ? 0.5 : 1.0);
+}
+
+double price_factor(double charm, bool night) {
+    return (charm * 0.004 + 1.0) * (night ? 1.5 : 1.0);
+}
+
 double serving_delay(int64_t level) {
     return std::pow(0.85, static_cast<double>(level - 1)) * 0.16;
 }

@@ -17,6 +17,11 @@ double mood_after(double wait, double patience);
 bool gives_up(double wait, double patience);
 
 int64_t unit_price(int64_t level, int64_t base);
+// The farm's factors. `charm` is the sum of its decorations', `calm` and `crowd` are boosts.
+double customer_patience(double charm, bool calm);
+double customer_gap(bool night, bool crowd);
+double price_factor(double charm, bool night);
+
 // Seconds for one unit over the counter.
 double serving_delay(int64_t level);
 // 0 up to a quarter of a full counter (96 goods), 1 when full.

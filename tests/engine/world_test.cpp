@@ -107,6 +107,21 @@ private:
 
 } // namespace
 
+TEST_F(WorldTest, CharmAndNightReachTheStalls) {
+    open();
+    world->set_charm(50);
+    world->set_night(true);
+    step(2); // the first frame ends the building
+    EXPECT_DOUBLE_EQ(CustomerBrain::get_patience(), 1.5);
+    EXPECT_EQ(CounterCore::get_spawn_mult(), 2.0);
+    EXPECT_DOUBLE_EQ(SellCounter::get_price_factor(), 1.8);
+    world->set_charm(0);
+    world->set_night(false);
+    step();
+    EXPECT_EQ(CustomerBrain::get_patience(), 1.0);
+    EXPECT_EQ(SellCounter::get_price_factor(), 1.0);
+}
+
 TEST_F(WorldTest, AnEmptyFarmStartsWithWhatIsFree) {
     open();
     EXPECT_EQ(world->money, 0);

@@ -47,6 +47,16 @@ TEST(Shop, FullCountersDrawMoreAndLargerOrders) {
     EXPECT_EQ(order_bonus(96), 4);
 }
 
+TEST(Shop, TheFarmsFactors) {
+    EXPECT_DOUBLE_EQ(customer_patience(50.0, false), 1.5);
+    EXPECT_DOUBLE_EQ(customer_patience(50.0, true), 3.0);
+    EXPECT_EQ(customer_gap(true, false), 2.0);
+    EXPECT_EQ(customer_gap(true, true), 1.0);
+    EXPECT_EQ(customer_gap(false, true), 0.5);
+    EXPECT_DOUBLE_EQ(price_factor(50.0, true), 1.8);
+    EXPECT_EQ(price_factor(0.0, false), 1.0);
+}
+
 TEST(Shop, ServingGetsFasterByLevel) {
     EXPECT_DOUBLE_EQ(serving_delay(1), 0.16);
     EXPECT_NEAR(serving_delay(4), 0.16 * 0.614125, 1e-12);

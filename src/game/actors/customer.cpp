@@ -19,13 +19,18 @@ const Color happy(0.239f, 0.863f, 0.518f); // 3ddc84
 const Color so_so(0.949f, 0.718f, 0.227f); // f2b73a
 const Color angry(0.949f, 0.435f, 0.435f); // f26f6f
 const Color ordered(0.16f, 0.2f, 0.3f);
+const Color done_tint(0.68f, 0.93f, 0.72f);
 
-Node3D *bubble_model() {
+Node3D *bubble_model(const Color &color) {
     Node3D *root = memnew(Node3D);
-    Models::sphere(0.42f, Color(1, 1, 1), Vector3(0, 0, -0.1), root, Vector3(1.25, 0.85, 0.16));
-    Models::cyl(0.0f, 0.12f, 0.22f, Color(1, 1, 1), Vector3(0, -0.4, -0.1), root, 8)
-        ->set_rotation(Vector3(Math_PI, 0, 0));
+    Models::sphere(0.42f, color, Vector3(0, 0, -0.1), root, Vector3(1.25, 0.85, 0.16));
+    Models::cyl(0.0f, 0.12f, 0.22f, color, Vector3(0, -0.4, -0.1), root, 8)->set_rotation(Vector3(Math_PI, 0, 0));
     return root;
+}
+
+Ref<ArrayMesh> bubble_mesh(bool done) {
+    return Models::baked_mesh(done ? "order_bubble_done" : "order_bubble",
+                              Models::builder([done] { return bubble_model(done ? done_tint : Color(1, 1, 1)); }));
 }
 
 Node3D *crown_model() {
@@ -46,6 +51,10 @@ void Customer::setup_statics() {
 }
 
 void Customer::setup(const String &product, int64_t amount, bool is_vip) {
+    if (customer_brain.is_valid()) {
+        ERR_PRINT("TILMARCH customer set up twice: reuse() is for the second time");
+        return;
+    }
     customer_brain.instantiate();
     customer_brain->kind = product;
     customer_brain->vip = is_vip;
@@ -92,7 +101,12 @@ void Customer::make_bubble() {
     bubble->set_position(Vector3(0, 2.35, 0));
     bubble->set_rotation(Vector3(-0.72, 0, 0)); // towards the camera, which looks down on it
     add_child(bubble);
-    bubble->add_child(Models::bake("order_bubble", Models::fn_node(&bubble_model), false, true));
+    cloud = memnew(MeshInstance3D);
+    cloud->set_name("Cloud");
+    cloud->set_mesh(bubble_mesh(false));
+    cloud->set_material_override(Models::vertex_material());
+    cloud->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    bubble->add_child(cloud);
     icon = memnew(MeshInstance3D);
     icon->set_mesh(Models::item_mesh("item_" + customer_brain->kind));
     icon->set_material_override(Models::farm_material());
@@ -109,7 +123,10 @@ void Customer::make_bubble() {
 void Customer::show_number() {
     const int64_t left = std::max<int64_t>(0, customer_brain->want - customer_brain->got);
     number->set_text(String::num_int64(left));
-    number->set_modulate(left == 0 ? happy : ordered);
+    if (order_done != (left == 0)) {
+        order_done = left == 0;
+        cloud->set_mesh(bubble_mesh(order_done));
+    }
 }
 
 void Customer::show_crown(bool on) {

@@ -52,8 +52,10 @@ private:
     Ref<CustomerBrain> customer_brain;
     Array pool;
     bool pooled = false;
+    bool order_done = false; // as the bubble's colour tells
     Label3D *mood_label = nullptr;
     Node3D *bubble = nullptr;
+    MeshInstance3D *cloud = nullptr;
     MeshInstance3D *icon = nullptr;
     Label3D *number = nullptr;
     MeshInstance3D *crown = nullptr;

@@ -19,6 +19,7 @@
 #include "rules/items.h"
 #include "rules/rounding.h"
 #include "rules/shop.h"
+#include "safe_read.h"
 #include "statics.h"
 
 namespace tilm {
@@ -43,6 +44,23 @@ Color color_of(const Variant &v, const Color &otherwise) {
 
 bool lies_flat(const String &kind) {
     return kind == "calf" || kind == "hen";
+}
+
+bool is_good(const String &kind) {
+    return FarmData::price_of(kind, -1) >= 0;
+}
+
+Array known_goods(const String &stall, const Array &kinds) {
+    Array known;
+    for (int64_t i = 0; i < kinds.size(); ++i) {
+        const String kind = kinds[i];
+        if (is_good(kind)) {
+            known.push_back(kind);
+        } else {
+            ERR_PRINT("TILMARCH stall " + stall + ": no good is called \"" + kind + "\", it is not sold there");
+        }
+    }
+    return known;
 }
 
 } // namespace
@@ -101,18 +119,23 @@ void SellCounter::set_goods(const String &main_kind, const Array &kinds) {
     base_price = FarmData::price_of(main_kind, 4);
 }
 
-void SellCounter::build(const Dictionary &entry, Farm *owner) {
+bool SellCounter::build(const Dictionary &entry, Farm *owner) {
+    const String id = read_text(entry, "id", "stall");
     if (owner == nullptr || owner->root() == nullptr || get_parent() != nullptr) {
-        ERR_PRINT("TILMARCH stall " + String(entry.get("id", "?")) + ": needs a farm, and not to stand yet");
-        return;
+        ERR_PRINT("TILMARCH stall " + id + ": needs a farm, and not to stand yet");
+        return false;
+    }
+    const String kind = read_text(entry, "product", "egg");
+    if (!is_good(kind)) {
+        ERR_PRINT("TILMARCH stall " + id + ": no good is called \"" + kind + "\", it is left out");
+        return false;
     }
     const Vector2 at = entry.get("pos", Vector2());
-    const String kind = entry.get("product", "egg");
-    const Array several = entry.get("products", Array());
+    const Array several = known_goods(id, read_list(entry, "products"));
     color = color_of(entry.get("color", Variant()), color);
     set_goods(kind, several);
     world.set(owner->root());
-    set_name(String(entry.get("id", "stall")));
+    set_name(id);
     set_position(Vector3(at.x, 0, row_z));
     owner->root()->add_child(this);
 
@@ -136,7 +159,7 @@ void SellCounter::build(const Dictionary &entry, Farm *owner) {
     set_stock(goods);
 
     const Vector2 zone_size(3.0, 1.8);
-    const String group = entry.has("products") ? String(entry.get("id", "")) : "stall_" + kind;
+    const String group = entry.has("products") ? id : "stall_" + kind;
     give_zone = Zone::make("give", goods, Vector3(at.x, 0, row_z), zone_size, group);
     Dictionary accepts;
     for (const String &k : products) {
@@ -158,13 +181,12 @@ void SellCounter::build(const Dictionary &entry, Farm *owner) {
     cash->set_position(Vector3(at.x + 2.6, 0, row_z));
     owner->root()->add_child(cash);
     tile.set(cash);
-    make_label(Vector3(0, 2.2, table_z + 0.3));
+    // Over the awning, well above the head's bubble on the screen; the roof must not hide it.
+    price_label = Models::label3d("", 56, lime, Vector3(0, 2.2, 0.3), this);
+    price_label->set_draw_flag(Label3D::FLAG_DISABLE_DEPTH_TEST, true);
     set_level(level);
     slow_join();
-}
-
-void SellCounter::make_label(const Vector3 &pos) {
-    price_label = Models::label3d("", 56, lime, pos, this);
+    return true;
 }
 
 int64_t SellCounter::unit_price() const {

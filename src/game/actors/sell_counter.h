@@ -27,7 +27,8 @@ public:
 
     // Builds the whole stall of a plan entry (id, pos, product, products, color) under the farm's root: node, stock,
     // give zone (appended to the farm's list), cash tile, price label, solid, ground marks. The counter must be loose.
-    void build(const Dictionary &entry, Farm *farm);
+    // False, with a line in the log, for an entry that sells nothing known; the counter is then as it was.
+    bool build(const Dictionary &entry, Farm *farm);
     // For counters that stand elsewhere (restaurants): products and prices only; the owner sets the stock and tile.
     void set_goods(const String &main_kind, const Array &kinds);
 
@@ -60,7 +61,6 @@ protected:
 private:
     Farm *farm() const;
     Customer *free_customer(const String &kind);
-    void make_label(const Vector3 &pos);
 
     LiveRef<Node3D> world;
     LiveRef<CashTile> tile;

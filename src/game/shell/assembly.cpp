@@ -104,7 +104,10 @@ void Assembly::stall(const Dictionary &e, int level, bool, Outcome &out) {
     String id = e["id"];
     if (level == 1) {
         SellCounter *made = memnew(SellCounter);
-        made->build(e, &world);
+        if (!made->build(e, &world)) {
+            memdelete(made);
+            return;
+        }
         world.keep_node(id, made);
         world.add_cash_tile(made->cash_tile());
         out.toast = "NEW STALL!";

@@ -156,6 +156,8 @@ public:
     TM_FIELD(double, earn_rate, 0.0) // dollars a second, fast average of cash collected
     TM_FIELD(double, earn_slow, 0.0)
     TM_FIELD(bool, magnet, false) // the MONEY MAGNET is bought
+    TM_FIELD(double, charm, 0.0)  // sum of the decorations', for prices and patience
+    TM_FIELD(bool, night, false)  // customers are few and pay more
     Dictionary get_levels() const { return levels_by_id; }
     Dictionary get_paid();
     Dictionary get_tiles() const;

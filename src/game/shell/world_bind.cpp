@@ -10,6 +10,8 @@ void World::_bind_methods() {
     TM_BIND_FIELD(World, Variant::FLOAT, earn_rate);
     TM_BIND_FIELD(World, Variant::FLOAT, earn_slow);
     TM_BIND_FIELD(World, Variant::BOOL, magnet);
+    TM_BIND_FIELD(World, Variant::FLOAT, charm);
+    TM_BIND_FIELD(World, Variant::BOOL, night);
     ClassDB::bind_method(D_METHOD("get_levels"), &World::get_levels);
     ClassDB::bind_method(D_METHOD("get_paid"), &World::get_paid);
     ClassDB::bind_method(D_METHOD("get_tiles"), &World::get_tiles);

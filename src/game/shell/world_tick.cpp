@@ -23,6 +23,7 @@
 #include "glebworks/walker_core.h"
 #include "names.h"
 #include "rules/offline.h"
+#include "rules/shop.h"
 
 namespace tilm {
 
@@ -158,10 +159,10 @@ void World::show_bars() {
 void World::step_meters(double delta) {
     WalkerCore::set_boost(1.0);
     FieldCore::set_weather_mult(1.0);
-    CustomerBrain::set_patience(1.0);
-    CounterCore::set_spawn_mult(1.0);
     MachineCore::set_boost(has_perk("machines") ? 2.0 : 1.0);
-    SellCounter::set_price_factor(1.0);
+    CustomerBrain::set_patience(rules::customer_patience(charm, has_perk(String(TM_NAME("calm")))));
+    CounterCore::set_spawn_mult(rules::customer_gap(night, has_perk(String(TM_NAME("crowd")))));
+    SellCounter::set_price_factor(rules::price_factor(charm, night));
     purse->cash_multiplier = 1.0;
     rate_timer += delta;
     if (rate_timer < rules::rate_period) {
