@@ -98,7 +98,7 @@ void Customer::reuse(int64_t amount, bool as_vip) {
 void Customer::make_bubble() {
     bubble = memnew(Node3D);
     bubble->set_name("Bubble");
-    bubble->set_position(Vector3(0, 2.35, 0));
+    bubble->set_position(Vector3(0, 2.24, 0));  // under the face at its raised height
     bubble->set_rotation(Vector3(-0.72, 0, 0)); // towards the camera, which looks down on it
     add_child(bubble);
     cloud = memnew(MeshInstance3D);
