@@ -15,6 +15,7 @@ namespace tilm {
 namespace {
 
 double s_weather_mult = 1.0;
+constexpr real_t longest_side = 400; // of a bed: beyond it a row is damage
 
 float between(double a, double b) {
     return static_cast<float>(UtilityFunctions::randf_range(a, b));
@@ -23,7 +24,9 @@ float between(double a, double b) {
 } // namespace
 
 void FieldCore::set_weather_mult(double v) {
-    s_weather_mult = v;
+    if (std::isfinite(v)) {
+        s_weather_mult = std::max(0.0, v);
+    }
 }
 
 double FieldCore::get_weather_mult() {
@@ -31,6 +34,10 @@ double FieldCore::get_weather_mult() {
 }
 
 void FieldCore::core_build(const Ref<MultiMesh> &mm, const Rect2 &r, double y_off, bool tilt) {
+    if (!r.position.is_finite() || !r.size.is_finite() || r.size.x > longest_side || r.size.y > longest_side) {
+        ERR_PRINT("TILMARCH field: no ground to plant");
+        return;
+    }
     rect = r;
     plants = mm;
     grid.build(static_cast<int>(r.size.x / rules::cell_spacing), static_cast<int>(r.size.y / rules::cell_spacing));

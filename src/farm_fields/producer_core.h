@@ -4,6 +4,7 @@
 #include <godot_cpp/classes/node3d.hpp>
 
 #include "fields.h"
+#include "glebworks/live_ref.h"
 
 namespace tilm {
 using namespace godot;
@@ -21,8 +22,13 @@ public:
     void core_join(PileCore *tray, Node *full, bool work, double carried);
     // Feed pile; null for kinds without feed.
     void set_trough(PileCore *pile);
-    PileCore *get_trough() const { return trough; }
-    PileCore *get_tray() const { return tray; }
+    PileCore *get_trough() const { return trough.get(); }
+    // True once a trough that was set has been freed by somebody: without it there are no meals.
+    bool trough_lost() const { return trough.id() != 0 && !trough; }
+    void set_tray(PileCore *pile);
+    PileCore *get_tray() const { return tray.get(); }
+    // Seconds stepped so far, in view or not.
+    double get_lived() const { return lived; }
     void set_hungry_label(Node *label);
     void set_regrows(bool on) { regrows = on; }
 
@@ -54,19 +60,26 @@ protected:
 
 private:
     void step_feed(double d);
-    void step_hunger(double d, int total, int room);
-    void show(Node *label, bool on, int8_t &shown);
+    void step_hunger(double d, bool full);
+    void produce(double d);
 
-    PileCore *tray = nullptr;
-    PileCore *trough = nullptr;
-    Node *full_label = nullptr;
-    Node *hungry_label = nullptr;
-    int8_t full_shown = -1;
-    int8_t hungry_shown = -1;
+    // A sign that is written only when it changes.
+    struct Sign {
+        LiveRef<Node3D> label;
+        int8_t shown = -1;
+        void bind(Node *node);
+        void show(bool on);
+    };
+
+    LiveRef<PileCore> tray;
+    LiveRef<PileCore> trough;
+    Sign full_sign;
+    Sign hungry_sign;
     bool works_by_hand = false;
     bool services_known = false;
     bool regrows = false;
     int bought_feed = -1; // -1: not asked yet
+    double lived = 0;
     double slow_clock = 0;
     double animate_clock = 0;
     double interval_t = 0;

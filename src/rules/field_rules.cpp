@@ -1,10 +1,20 @@
 #include "rules/field_rules.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
 namespace tilm::rules {
+
+double season_growth(int season) {
+    static constexpr std::array<double, 4> figures = {1.3, 1.1, 0.9, 0.6};
+    return figures[season < 0 || season > 3 ? 0 : static_cast<size_t>(season)];
+}
+
+double crop_growth(int season, bool wet, bool boosted) {
+    return season_growth(season) * (wet ? 2.0 : 1.0) * (boosted ? 2.0 : 1.0);
+}
 
 float growth_scale(float s) {
     if (s >= 1.0f) {

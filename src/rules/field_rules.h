@@ -11,6 +11,11 @@ inline constexpr double cell_spacing = 0.42;
 inline constexpr int cells_per_good = 3;
 inline constexpr float cut_scale = 0.001f;
 
+// Growth figure of a season 0..3 from spring to winter; others count as spring, in which a farm begins.
+double season_growth(int season);
+// Crop growth of the hour: the season's, twice it under rain, twice it again under the boost of crops.
+double crop_growth(int season, bool wet, bool boosted);
+
 // Shown size of a plant that is `s` (0..1) through its regrowth: quick at first.
 float growth_scale(float s);
 

@@ -26,6 +26,7 @@ struct ProducerKind {
 };
 
 inline constexpr int tray_room_floor = 24; // room of a tray up to level 5
+inline constexpr int top_level = 10000;    // beyond it a level is damage
 inline constexpr int trough_room = 40;
 inline constexpr int start_feed_items = 6;
 inline constexpr double hunger_sign = 3.0;  // seconds of hunger until the sign shows

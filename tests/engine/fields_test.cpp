@@ -150,5 +150,73 @@ TEST_F(FieldTest, AHarvesterFillsThePalletAndKeepsWhatDoesNotFit) {
     EXPECT_EQ(machine->get_carried(), kept - std::min(kept, 20));
 }
 
+TEST_F(FieldTest, EveryCropStandsAndADryFieldIsCutAllTheSame) {
+    for (const char *crop : {"corn", "hay", "wheat", "sunflower", "tomato", "lettuce", "potato"}) {
+        SCOPED_TRACE(crop);
+        CropField *field = make(crop, Rect2(0, 0, 6.4f, 5.2f));
+        EXPECT_EQ(field->get_nx(), 15);
+        EXPECT_EQ(field->get_nz(), 12);
+        EXPECT_EQ(field->get_grow_mult(), 1.0);
+        EXPECT_EQ(field->get_take_zone()->get_makes(), String(crop));
+        Dictionary tank;
+        tank["level"] = 0;
+        field->set_meta("water", tank);
+        EXPECT_EQ(field->collect_at(field->centre(), 9999, 20), 180);
+        field->grow(1000);
+        EXPECT_EQ(field->alive_ratio(), 0.0);
+        EXPECT_TRUE(field->regrowing());
+        tank["level"] = 0.1;
+        for (int i = 0; i < 5; ++i) {
+            field->grow(1000);
+        }
+        EXPECT_FALSE(field->regrowing());
+    }
+    CropField *field = make();
+    const int nodes = field->get_child_count();
+    field->setup("potato", Rect2(0, 0, 2, 2)); // replanted
+    step();
+    EXPECT_EQ(field->get_child_count(), nodes);
+    EXPECT_EQ(field->get_nx(), 4);
+    expect_engine_error("no ground to plant");
+    field->setup("potato", Rect2(0, 0, INFINITY, 2));
+    EXPECT_EQ(field->get_nx(), 4);
+    const double before = FieldCore::get_weather_mult();
+    FieldCore::set_weather_mult(NAN);
+    EXPECT_EQ(FieldCore::get_weather_mult(), before);
+}
+
+TEST_F(FieldTest, AHarvesterBringsTheSameUnseen) {
+    const double weather = FieldCore::get_weather_mult();
+    FieldCore::set_weather_mult(1.3);
+    for (const int level : {1, 20}) {
+        int brought[2] = {};
+        for (const bool seen : {true, false}) {
+            CropField *field = make("wheat", Rect2(13, -17, 10, 10));
+            Harvester *machine = Harvester::build(Dictionary(), field);
+            farm.ground->add_child(machine);
+            machine->set_process(false);
+            machine->set_level(level);
+            Glebworks::set_view(seen ? Rect2(0, -30, 40, 40) : Rect2(900, 900, 5, 5));
+            for (int i = 0; i < 60 * 600; ++i) {
+                machine->step(1.0 / 60);
+                if (i % 4 == 0) {
+                    field->grow(4.0 / 60);
+                }
+                while (ItemCore *item = field->get_pallet()->take(String())) {
+                    memdelete(item);
+                    ++brought[seen];
+                }
+            }
+            brought[seen] += machine->get_carried();
+            memdelete(machine);
+            memdelete(field);
+        }
+        EXPECT_GT(brought[true], 1500);
+        EXPECT_NEAR(brought[false], brought[true], 0.03 * brought[true]) << "at level " << level;
+    }
+    Glebworks::see_everything();
+    FieldCore::set_weather_mult(weather);
+}
+
 } // namespace
 } // namespace tilm

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <set>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -27,6 +28,35 @@ TEST(Growth, ShownSizeRisesFasterThanTimeAndEndsAtOne) {
         last = growth_scale(s);
     }
     EXPECT_LT(last, 1.0f);
+}
+
+TEST(Growth, FiguresOfTheSeasonsWithRainAndBoost) {
+    EXPECT_DOUBLE_EQ(crop_growth(0, false, false), 1.3);
+    EXPECT_DOUBLE_EQ(crop_growth(1, false, true), 2.2);
+    EXPECT_DOUBLE_EQ(crop_growth(2, true, false), 1.8);
+    EXPECT_DOUBLE_EQ(crop_growth(3, true, true), 2.4);
+    EXPECT_DOUBLE_EQ(crop_growth(-1, false, false), 1.3);
+    EXPECT_DOUBLE_EQ(crop_growth(4, false, false), 1.3);
+}
+
+TEST(CellGrid, EachStepVisitsTheNextQuarterWithFourTimesItsTime) {
+    CellGrid grid;
+    grid.build(4, 2);
+    for (int cell = 0; cell < 8; ++cell) {
+        grid.cut(cell, 3.0f);
+    }
+    Screen screen;
+    const std::vector<std::vector<int>> order = {{2, 3}, {4, 5}, {6, 7}, {0, 1}};
+    for (const std::vector<int> &quarter : order) { // 4 x 0.25 s x 3 is just enough
+        const int before = grid.alive();
+        grid.grow(0.25, 3.0, screen.on());
+        EXPECT_EQ(grid.alive(), before + 2);
+        for (const int cell : quarter) {
+            EXPECT_TRUE(grid.is_alive(cell));
+            EXPECT_NEAR(screen.shown[cell], growth_scale(0.75f), 1e-6); // grows in the same step
+        }
+    }
+    EXPECT_EQ(screen.shown[2], 1.0f);
 }
 
 TEST(CellGrid, ACutPlantComesBackAfterItsTimeAndGrowsInOneThirdOfASecond) {

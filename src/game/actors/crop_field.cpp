@@ -41,7 +41,7 @@ void fence_off(Node3D *field, const Vector2 &size) {
 CropField *CropField::build(const Dictionary &entry) {
     const Rect2 r = entry.get(TM_NAME("rect"), Rect2());
     const String crop = entry.get(TM_NAME("crop"), String());
-    if (crop.is_empty() || r.size.x < rules::cell_spacing || r.size.y < rules::cell_spacing) {
+    if (crop.is_empty() || !(r.size.x >= rules::cell_spacing && r.size.y >= rules::cell_spacing)) {
         ERR_PRINT("TILMARCH field " + static_cast<String>(entry.get(TM_NAME("id"), String())) +
                   ": no crop or no ground");
         return nullptr;
@@ -62,7 +62,6 @@ void CropField::_ready() {
     const Dictionary e = entry;
     entry = Dictionary();
     const Rect2 r = e.get(TM_NAME("rect"), Rect2());
-    add_child(Buildings::field_bed(r.size, e.get(TM_NAME("bed"), Color(0.55f, 0.4f, 0.25f)), framed(crop)));
     fence_off(this, r.size);
     setup(crop, r);
     build_pallet(e.get(TM_NAME("pallet"), Vector2(r.position.x, r.position.y + r.size.y + 2)));
@@ -70,6 +69,16 @@ void CropField::_ready() {
 
 void CropField::setup(const String &k, const Rect2 &r) {
     crop = k;
+    for (LiveRef<Node> *old : {&bed, &plants}) {
+        if (Node *node = old->get()) {
+            node->queue_free();
+        }
+    }
+    Node3D *soil = Buildings::field_bed(r.size, FarmData::bed_colors().get(k, Color(0.55f, 0.4f, 0.25f)), framed(k));
+    const Vector2 middle = r.get_center();
+    soil->set_position(Vector3(middle.x, 0, middle.y) - get_position());
+    add_child(soil);
+    bed.set(soil);
     Ref<MultiMesh> mm;
     mm.instantiate();
     mm->set_transform_format(MultiMesh::TRANSFORM_3D);
@@ -77,12 +86,13 @@ void CropField::setup(const String &k, const Rect2 &r) {
     // Without a box of its own the engine would measure all plants again at each cut.
     mm->set_custom_aabb(
         AABB(Vector3(r.position.x - 1, -0.2f, r.position.y - 1), Vector3(r.size.x + 2, 2.4f, r.size.y + 2)));
-    MultiMeshInstance3D *plants = memnew(MultiMeshInstance3D);
-    plants->set_multimesh(mm);
-    plants->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    MultiMeshInstance3D *rows = memnew(MultiMeshInstance3D);
+    rows->set_multimesh(mm);
+    rows->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
     // Plants are placed on the world's ground, whatever the field's own position.
-    plants->set_as_top_level(true);
-    add_child(plants);
+    rows->set_as_top_level(true);
+    add_child(rows);
+    plants.set(rows);
     core_build(mm, r, 0.08, k == "wheat");
 }
 
@@ -101,7 +111,7 @@ void CropField::build_pallet(const Vector2 &at) {
     pile->set_show_limit(32);
     pile->set_position(local + Vector3(0, 0.16f, 0));
     add_child(pile);
-    pallet = pile;
+    pallet.set(pile);
     take_zone = Zone::make("take", pile, spot, Vector2(3.2f, 3.2f), id);
     take_zone->set_makes(crop);
     if (Farm *farm = Farm::current()) {
@@ -115,7 +125,8 @@ Vector3 CropField::centre() const {
 }
 
 Vector3 CropField::drop_spot(int i, int n) const {
-    const Vector3 base = pallet != nullptr ? pallet->get_global_position() : centre();
+    const PileCore *pile = pallet.get();
+    const Vector3 base = pile != nullptr ? pile->get_global_position() : centre();
     return Vector3(base.x + 0.4f * static_cast<float>(i) - 0.6f + 0.15f * static_cast<float>(n), 0, base.z - 1.6f);
 }
 
@@ -128,6 +139,7 @@ void CropField::_bind_methods() {
     ClassDB::bind_method(D_METHOD("get_take_zone"), &CropField::get_take_zone);
     ClassDB::bind_method(D_METHOD("get_cells"), &CropField::get_cells);
     ClassDB::bind_method(D_METHOD("centre"), &CropField::centre);
+    ClassDB::bind_method(D_METHOD("drop_spot", "i", "n"), &CropField::drop_spot);
 }
 
 } // namespace tilm

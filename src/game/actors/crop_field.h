@@ -5,6 +5,7 @@
 
 #include "farm_fields/field_core.h"
 #include "farm_items/zone_core.h"
+#include "glebworks/live_ref.h"
 
 namespace tilm {
 
@@ -17,12 +18,12 @@ public:
     // Makes the field of a plan entry (id, crop, rect, pallet, bed) with its zone; add it to the tree at once after.
     // Null with one log line for an entry without a usable rect or crop.
     static CropField *build(const Dictionary &entry);
-    // Plants crop `k` over the world rectangle `r`.
+    // Lays the bed and plants crop `k` over the world rectangle `r`; a second call replants.
     void setup(const String &k, const Rect2 &r);
 
     String get_crop() const { return crop; }
     String get_id() const { return id; }
-    PileCore *get_pallet() const { return pallet; }
+    PileCore *get_pallet() const { return pallet.get(); }
     Ref<ZoneCore> get_take_zone() const { return take_zone; }
     int get_cells() const { return rules::cells_per_good; }
     Vector3 centre() const;
@@ -35,12 +36,13 @@ protected:
     static void _bind_methods();
 
 private:
-    void build_bed(const Color &soil);
     void build_pallet(const Vector2 &at);
 
     String crop;
     String id;
-    PileCore *pallet = nullptr;
+    LiveRef<PileCore> pallet;
+    LiveRef<Node> bed;
+    LiveRef<Node> plants;
     Ref<ZoneCore> take_zone;
     Dictionary entry;
 };

@@ -74,9 +74,12 @@ Node3D *oar() {
 } // namespace
 
 void FarmHand::setup(Producer *p_home) {
-    home = p_home;
-    product = home->get_product();
-    if (const rules::ProducerKind *row = home->kind_row()) {
+    if (p_home == nullptr || home) {
+        return;
+    }
+    home.set(p_home);
+    product = p_home->get_product();
+    if (const rules::ProducerKind *row = p_home->kind_row()) {
         work_seconds = row->work_seconds;
     }
     set_speed(2.1);
@@ -103,11 +106,16 @@ void FarmHand::setup(Producer *p_home) {
 }
 
 Vector3 FarmHand::base() const {
-    return home == nullptr ? Vector3() : home->is_inside_tree() ? home->get_global_position() : home->get_position();
+    const Producer *at = home.get();
+    return at == nullptr ? Vector3() : at->is_inside_tree() ? at->get_global_position() : at->get_position();
+}
+
+Producer *FarmHand::get_home() const {
+    return home.get();
 }
 
 void FarmHand::_process(double dt) {
-    if (home == nullptr) {
+    if (!home) {
         set_process(false);
         return;
     }
@@ -123,20 +131,19 @@ void FarmHand::start_job(const Vector3 &local) {
 }
 
 bool FarmHand::hold_an_animal() {
-    held = home->hold_animal(get_position(), hold_time);
+    held = home.get()->hold_animal(get_position(), hold_time);
     const Node3D *animal = Object::cast_to<Node3D>(static_cast<Object *>(held.get(TM_NAME("n"), Variant())));
     if (animal == nullptr) {
         timer = no_animal_pause;
         return false;
     }
     const Vector3 at = animal->get_position();
-    // In front of the animal, not inside it.
-    start_job(Vector3(std::clamp(at.x, -2.0f, 2.0f), 0, std::clamp(at.z + 0.5f, -0.6f, 1.4f)));
+    start_job(Vector3(std::clamp(at.x, -2.0f, 2.0f), 0, std::clamp(at.z, -0.6f, 1.4f)));
     return true;
 }
 
 void FarmHand::next_fishing_job() {
-    if (home->get_catch_pending() >= 1) {
+    if (home.get()->get_catch_pending() >= 1) {
         idle_rounds = 0;
         start_job(spot(-1.6, 1.6, 0.4, 1.3));
         return;
@@ -173,6 +180,9 @@ void FarmHand::to_the_gate(int via) {
 }
 
 void FarmHand::tick(double dt) {
+    if (!home || !(dt >= 0)) {
+        return;
+    }
     switch (state) {
     case waiting:
         timer -= dt;
@@ -210,14 +220,14 @@ void FarmHand::tick(double dt) {
         timer -= dt;
         if (timer <= 0) {
             state = waiting;
-            timer = between(0.3, 1.0);
+            timer = 0;
         }
         break;
     case rowing_out:
         if (arrived()) {
             state = fishing;
             timer = 2.4;
-            home->splash(get_position() + Vector3(0.5f, 0.05f, -0.5f), false);
+            home.get()->splash(get_position() + Vector3(0.5f, 0.05f, -0.5f), false);
         }
         break;
     case fishing:
@@ -260,10 +270,10 @@ void FarmHand::work(double dt) {
 
 void FarmHand::finish_work() {
     if (product == "wool") {
-        home->shear(held);
+        home.get()->shear(held);
         Sfx::sound_at(TM_NAME("scissors_snip"), get_instance_id(), get_position());
     } else if (product == "fish") {
-        home->splash(get_position() + Vector3(0, 0.05f, -0.6f), true);
+        home.get()->splash(get_position() + Vector3(0, 0.05f, -0.6f), true);
     }
     held = Dictionary();
     show_load(true);
@@ -272,7 +282,7 @@ void FarmHand::finish_work() {
 
 void FarmHand::hand_over() {
     show_load(false);
-    home->deliver_catch(get_position() + Vector3(0, 0.9f, 0));
+    home.get()->deliver_catch(get_position());
 }
 
 void FarmHand::show_load(bool on) {
@@ -311,6 +321,8 @@ void FarmHand::row(double dt) {
 }
 
 void FarmHand::_bind_methods() {
+    ClassDB::bind_method(D_METHOD("setup", "home"), &FarmHand::setup);
+    ClassDB::bind_method(D_METHOD("get_home"), &FarmHand::get_home);
     ClassDB::bind_method(D_METHOD("tick", "dt"), &FarmHand::tick);
     ClassDB::bind_method(D_METHOD("get_product"), &FarmHand::get_product);
     ClassDB::bind_method(D_METHOD("set_product", "v"), &FarmHand::set_product);

@@ -2,6 +2,7 @@
 // The small walker inside a producer: milks, shears, picks and carries goods to the tray, or rows on the pond.
 
 #include "game/actors/walker.h"
+#include "glebworks/live_ref.h"
 
 namespace tilm {
 
@@ -54,6 +55,7 @@ private:
     void lean(float angle, double dt);
     void row(double dt);
     Vector3 base() const;
+    Producer *get_home() const;
 
     String product = "milk";
     int state = waiting;
@@ -62,7 +64,7 @@ private:
     int idle_rounds = 0;
     float row_phase = 0;
     Dictionary held;
-    Producer *home = nullptr; // the parent, so it outlives the hand
+    LiveRef<Producer> home;
     Node3D *load = nullptr;
     Node3D *boat = nullptr;
     Node3D *oars[2] = {};

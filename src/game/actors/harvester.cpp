@@ -20,6 +20,7 @@ namespace {
 constexpr int load = 10;           // goods that are worth a shipment
 constexpr double far_step = 0.25;  // seconds between steps off view
 constexpr double slice = 1.0 / 30; // longer steps would jump over way points
+constexpr double longest_step = 60;
 constexpr double point_reach = 0.25;
 constexpr float head_reach = 1.4f; // the cutter ahead of the middle
 
@@ -71,6 +72,10 @@ Harvester *Harvester::build(const Dictionary &entry, CropField *field) {
 }
 
 void Harvester::setup(CropField *p_field, PileCore *p_pallet, const Color &p_paint) {
+    if (p_field == nullptr || p_pallet == nullptr) {
+        ERR_PRINT("TILMARCH harvester: no field or no pallet");
+        return;
+    }
     field.set(p_field);
     pallet.set(p_pallet);
     paint = p_paint;
@@ -94,7 +99,7 @@ void Harvester::_ready() {
 }
 
 void Harvester::set_level(int l) {
-    level = std::max(1, l);
+    level = std::clamp(l, 1, 10000);
     speed = rules::harvester_speed(level);
     if (CropField *f = field.get()) {
         f->set_grow_mult(rules::harvester_growth(level));
@@ -102,6 +107,10 @@ void Harvester::set_level(int l) {
     if (PileCore *p = pallet.get()) {
         p->set_max_items(rules::harvester_pallet_room(level));
     }
+}
+
+CropField *Harvester::get_field() const {
+    return field.get();
 }
 
 Vector3 Harvester::forward() const {
@@ -114,14 +123,14 @@ void Harvester::_process(double dt) {
 }
 
 void Harvester::step(double dt) {
-    if (!field || !pallet || route.empty()) {
+    if (!field || !pallet || route.empty() || !(dt >= 0)) {
         return;
     }
     far_clock += dt;
     if (!Glebworks::in_view(get_global_position(), 8.0) && far_clock < far_step) {
         return;
     }
-    double left = std::min(far_clock, 1.0);
+    double left = std::min(far_clock, longest_step);
     far_clock = 0;
     if (rollers != nullptr) {
         rollers->rotate_x(static_cast<float>(-8.0 * left));
@@ -179,8 +188,9 @@ void Harvester::cut() {
         return;
     }
     tally += rules::harvester_gain(n, level);
-    carried += tally / cells;
-    tally %= cells;
+    const int good = std::max(1, cells);
+    carried += tally / good;
+    tally %= good;
 }
 
 void Harvester::_ship() {
@@ -207,6 +217,11 @@ void Harvester::_bind_methods() {
     ClassDB::bind_method(D_METHOD("_ship"), &Harvester::_ship);
     ClassDB::bind_method(D_METHOD("step", "dt"), &Harvester::step);
     ClassDB::bind_method(D_METHOD("get_cursor"), &Harvester::get_cursor);
+    ClassDB::bind_static_method("Harvester", D_METHOD("build", "entry", "field"), &Harvester::build);
+    ClassDB::bind_method(D_METHOD("setup", "field", "pallet", "paint"), &Harvester::setup);
+    ClassDB::bind_method(D_METHOD("get_field"), &Harvester::get_field);
+    ClassDB::bind_method(D_METHOD("get_pallet"), &Harvester::get_pallet);
+    TM_BIND_FIELD(Harvester, Variant::INT, cells);
     TM_BIND_FIELD(Harvester, Variant::INT, carried);
     TM_BIND_FIELD(Harvester, Variant::INT, tally);
     TM_BIND_FIELD(Harvester, Variant::FLOAT, speed);

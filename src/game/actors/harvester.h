@@ -34,7 +34,10 @@ public:
     TM_FIELD(int, carried, 0)
     TM_FIELD(int, tally, 0)
     TM_FIELD(double, speed, 2.8)
+    TM_FIELD(int, cells, rules::cells_per_good) // cut plants for one good
     int get_cursor() const { return cursor; }
+    CropField *get_field() const;
+    PileCore *get_pallet() const { return pallet.get(); }
 
     void _ready() override;
     void _process(double dt) override;
@@ -50,7 +53,6 @@ private:
     LiveRef<CropField> field;
     LiveRef<PileCore> pallet;
     int level = 1;
-    int cells = rules::cells_per_good;
     int cursor = 0;
     double far_clock = 0;
     std::vector<rules::RoutePoint> route;

@@ -47,6 +47,10 @@ Producer *Producer::build(const Dictionary &entry) {
                   ": unknown product \"" + product + "\"");
         return nullptr;
     }
+    if (entry.get(TM_NAME("pos"), Variant()).get_type() != Variant::VECTOR2) {
+        ERR_PRINT("TILMARCH producer " + static_cast<String>(entry.get(TM_NAME("id"), String())) + ": no place");
+        return nullptr;
+    }
     Producer *p = memnew(Producer);
     p->id = entry.get(TM_NAME("id"), String());
     p->product = product;
@@ -112,7 +116,11 @@ String Producer::animals_word() const {
 bool Producer::_eat() {
     PileCore *pile = get_trough();
     if (pile == nullptr) {
-        return true;
+        if (trough_lost() && !told_no_trough) {
+            told_no_trough = true;
+            ERR_PRINT("TILMARCH producer " + id + ": its trough is gone");
+        }
+        return !trough_lost();
     }
     if (fed >= 1) {
         fed -= 1;
@@ -123,7 +131,7 @@ bool Producer::_eat() {
         return false;
     }
     meal->queue_free();
-    fed = std::max(0, row->meals - 1);
+    fed = row == nullptr ? 0 : std::max(0, row->meals - 1);
     return true;
 }
 
@@ -181,14 +189,16 @@ void Producer::lose_level() {
 }
 
 void Producer::set_level(int l) {
-    level = std::max(1, l);
+    level = std::clamp(l, 1, rules::top_level);
     forget_interval();
     if (animals == nullptr) {
         return; // not assembled yet: _ready takes the level
     }
     level_label->set_text(text(row->title) + " LV" + String::num_int64(level));
     animals->set_count(visible_animals());
-    get_tray()->set_max_items(rules::tray_room(level));
+    if (PileCore *tray = get_tray()) {
+        tray->set_max_items(rules::tray_room(level));
+    }
 }
 
 void Producer::animate(double dt) {
@@ -220,14 +230,16 @@ void Producer::regrow_tick(double dt) {
 }
 
 void Producer::spawn_on_tray(const Vector3 &from, double flight) {
-    get_tray()->add(Item::spawn(product, from), flight);
+    if (PileCore *tray = get_tray()) {
+        tray->add(Item::spawn(product, from), flight);
+    }
 }
 
 void Producer::made() {
-    if (row == nullptr) {
+    if (row == nullptr || animals == nullptr) {
         return;
     }
-    if (hand != nullptr && row->hand == rules::HandWork::bring) {
+    if (hand && row->hand == rules::HandWork::bring) {
         catch_pending += 1;
         return;
     }
@@ -244,10 +256,13 @@ void Producer::made() {
 }
 
 void Producer::deliver_catch(const Vector3 &from) {
+    if (get_tray() == nullptr) {
+        return; // nowhere to put it: it stays in the hand
+    }
     const int n = catch_pending;
     catch_pending = 0;
     catch_wait = 0;
-    if (n <= 0 || get_tray() == nullptr) {
+    if (n <= 0) {
         return;
     }
     for (int i = 0; i < n; ++i) {

@@ -10,6 +10,7 @@
 
 #include "farm_fields/producer_core.h"
 #include "farm_items/zone_core.h"
+#include "glebworks/live_ref.h"
 #include "rules/producers.h"
 
 namespace tilm {
@@ -25,7 +26,7 @@ public:
     ~Producer() override;
 
     // Makes the building of a plan entry (id, product, region, pos) at level 1. Add it to the tree at once after: it
-    // then hands its zones and solids to the farm. Null for an unknown product, with one log line.
+    // then hands its zones and solids to the farm. Null for an unknown product or without a place, with one log line.
     static Producer *build(const Dictionary &entry);
     // The free feed of a new building, for its first goods; returns the items given (0 for kinds without feed). The
     // caller keeps who has had it.
@@ -58,7 +59,7 @@ public:
     Array get_animals() const; // of Dictionary, see ProducerAnimals
     Ref<ZoneCore> get_take_zone() const { return take_zone; }
     Ref<ZoneCore> get_feed_zone() const { return feed_zone; }
-    FarmHand *get_hand() const { return hand; }
+    FarmHand *get_hand() const { return hand.get(); }
     const rules::ProducerKind *kind_row() const { return row; }
     // Word for what a new level brings, such as "CHICKENS".
     String animals_word() const;
@@ -83,7 +84,8 @@ private:
     const rules::ProducerKind *row = nullptr;
     int level = 1;
     double label_t = 0;
-    FarmHand *hand = nullptr;
+    LiveRef<FarmHand> hand;
+    bool told_no_trough = false;
     Label3D *level_label = nullptr;
     Ref<ZoneCore> take_zone;
     Ref<ZoneCore> feed_zone;

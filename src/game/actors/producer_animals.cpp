@@ -11,6 +11,7 @@
 #include "game/art/models.h"
 #include "glebworks/pose_batch.h"
 #include "names.h"
+#include "safe_read.h"
 
 namespace tilm {
 
@@ -90,6 +91,11 @@ ProducerAnimals::Animal ProducerAnimals::make() {
     a.timer = between(0.2, 3);
     a.node->set_position(a.at);
     a.node->set_rotation(Vector3(0, a.face, 0));
+    Array legs;
+    for (int i = 0; i < a.full.leg_count; ++i) {
+        legs.push_back(a.full.legs[i]);
+    }
+    a.view[TM_NAME("legs")] = legs;
     return a;
 }
 
@@ -119,11 +125,6 @@ void ProducerAnimals::publish(Animal &a) {
     v[TM_NAME("drink")] = a.drink;
     v[TM_NAME("rush")] = a.rush;
     v[TM_NAME("graze")] = a.graze;
-    Array legs;
-    for (int i = 0; i < a.full.leg_count; ++i) {
-        legs.push_back(a.full.legs[i]);
-    }
-    v[TM_NAME("legs")] = legs;
     if (kind.product == "wool") {
         v[TM_NAME("shorn")] = a.shorn;
     }
@@ -227,6 +228,10 @@ void ProducerAnimals::step(double delta) {
             if (!moving) {
                 arrive(a);
             }
+        } else if (a.state == held) {
+            if (!is_held(a)) {
+                choose(a);
+            }
         } else {
             a.timer -= dt;
             if (a.timer <= 0) {
@@ -254,11 +259,28 @@ void ProducerAnimals::regrow(double dt) {
             continue;
         }
         a.shorn = std::max(0.0f, a.shorn - static_cast<float>(dt));
+        a.view[TM_NAME("shorn")] = a.shorn;
         if (a.shorn == 0) {
             show_fleece(a);
-            publish(a);
         }
     }
+}
+
+bool ProducerAnimals::is_held(Animal &a) {
+    if (a.state == held && owner->get_lived() >= a.held_until) {
+        a.state = resting;
+        a.timer = 0;
+        publish(a);
+    }
+    // Others may have put a hand on it through its Dictionary.
+    return a.state == held || read_whole(a.view, TM_NAME("state"), a.state) == held;
+}
+
+Array ProducerAnimals::views() {
+    for (Animal &a : herd) {
+        publish(a);
+    }
+    return shared;
 }
 
 Dictionary ProducerAnimals::hold(const Vector3 &near, double sec) {
@@ -266,7 +288,7 @@ Dictionary ProducerAnimals::hold(const Vector3 &near, double sec) {
     double lowest = std::numeric_limits<double>::infinity();
     const Vector3 base = owner->get_position();
     for (Animal &a : herd) {
-        if (a.state == held) {
+        if (is_held(a)) {
             continue;
         }
         const double cost = (base + a.at).distance_to(near) + (a.shorn > 0 ? 50.0 : 0.0);
@@ -281,7 +303,7 @@ Dictionary ProducerAnimals::hold(const Vector3 &near, double sec) {
     best->goal = best->at;
     best->feed = best->drink = best->rush = false;
     best->state = held;
-    best->timer = static_cast<float>(sec);
+    best->held_until = owner->get_lived() + sec;
     publish(*best);
     return best->view;
 }

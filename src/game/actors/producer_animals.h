@@ -39,8 +39,8 @@ public:
     // A hop, as when it lays.
     void hop(int i) { herd[static_cast<size_t>(i)].hop = 0; }
     // Per animal: n, state, goal, face, phase, feed, legs, lie, drink, rush, graze and for sheep shorn. Written at each
-    // change of state.
-    Array views() const { return shared; }
+    // change of state and when asked for.
+    Array views();
 
 private:
     struct Model {
@@ -60,9 +60,10 @@ private:
         float face = 0;
         float phase = 0;
         float timer = 0;
-        float shorn = 0; // seconds until the fleece is back
-        float lie = 0;   // 0 standing, 1 lying
-        float hop = 1;   // seconds since the hop began
+        float shorn = 0;       // seconds until the fleece is back
+        float lie = 0;         // 0 standing, 1 lying
+        float hop = 1;         // seconds since the hop began
+        double held_until = 0; // on the owner's clock: a hold ends unseen too
         bool feed = false;
         bool drink = false;
         bool graze = false;
@@ -79,6 +80,7 @@ private:
     bool walk(Animal &a, float dt);
     void pose(Animal &a, float dt, bool moving);
     void show_fleece(Animal &a);
+    bool is_held(Animal &a);
     Vector3 yard_spot() const;
 
     Producer *owner;

@@ -111,9 +111,10 @@ void Producer::build_trough() {
 }
 
 void Producer::build_hand() {
-    hand = memnew(FarmHand);
-    hand->setup(this);
-    add_child(hand);
+    FarmHand *person = memnew(FarmHand);
+    hand.set(person);
+    person->setup(this);
+    add_child(person);
 }
 
 Array Producer::solids() const {

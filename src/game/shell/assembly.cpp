@@ -32,7 +32,7 @@ constexpr double SHOES_STEP = 1.15;
 constexpr double VICTORY_DELAY = 1.0;
 
 Vector3 ground(const Dictionary &e, const Vector2 &offset = Vector2()) {
-    Vector2 pos = e["pos"];
+    Vector2 pos = e.get("pos", Vector2());
     return Vector3(pos.x + offset.x, 0, pos.y + offset.y);
 }
 

@@ -12,6 +12,7 @@
 
 #include "fields.h"
 #include "game/actors/pickup.h"
+#include "game/ports/climate.h"
 #include "game/ports/farm.h"
 #include "game/shell/farm_camera.h"
 #include "game/shell/farm_report.h"
@@ -117,8 +118,8 @@ public:
     Dictionary staff_table() override { return staff; }
     void add_solid(const Rect2 &rect) override;
     int feed_level() const override { return level_of("feed"); }
-    double animal_multiplier() const override { return 1.0; }
-    int season() const override { return 0; }
+    double animal_multiplier() const override { return animal_mult; }
+    int season() const override { return Climate::season_now(); }
     bool is_building() const override { return building_now; }
     bool is_visiting() const override { return visiting; }
     Node *services() const override { return nullptr; }
@@ -244,6 +245,7 @@ private:
 
     Vector2 forced_input;
     double play_time = 0;
+    double animal_mult = 1.0; // 2 under the boost of animals
     double rate_timer = 2.0;
     int64_t rate_counter = 0;
     double autosave_timer = 0;

@@ -24,6 +24,7 @@
 #include "names.h"
 #include "rules/offline.h"
 #include "rules/shop.h"
+#include "rules/field_rules.h"
 
 namespace tilm {
 
@@ -158,10 +159,12 @@ void World::show_bars() {
 
 void World::step_meters(double delta) {
     WalkerCore::set_boost(1.0);
-    FieldCore::set_weather_mult(1.0);
-    MachineCore::set_boost(has_perk("machines") ? 2.0 : 1.0);
-    CustomerBrain::set_patience(rules::customer_patience(charm, has_perk(String(TM_NAME("calm")))));
-    CounterCore::set_spawn_mult(rules::customer_gap(night, has_perk(String(TM_NAME("crowd")))));
+    const bool crops = has_perk(TM_NAME("crops"));
+    FieldCore::set_weather_mult(rules::crop_growth(season(), Climate::wet_now(), crops));
+    animal_mult = has_perk(TM_NAME("animals")) ? 2.0 : 1.0;
+    MachineCore::set_boost(has_perk(TM_NAME("machines")) ? 2.0 : 1.0);
+    CustomerBrain::set_patience(rules::customer_patience(charm, has_perk(TM_NAME("calm"))));
+    CounterCore::set_spawn_mult(rules::customer_gap(night, has_perk(TM_NAME("crowd"))));
     SellCounter::set_price_factor(rules::price_factor(charm, night));
     purse->cash_multiplier = 1.0;
     rate_timer += delta;
