@@ -173,6 +173,9 @@ void FieldCore::_bind_methods() {
     ClassDB::bind_method(D_METHOD("get_nx"), &FieldCore::get_nx);
     ClassDB::bind_method(D_METHOD("get_nz"), &FieldCore::get_nz);
     TM_BIND_FIELD(FieldCore, Variant::FLOAT, grow_mult);
+    ADD_PROPERTY(PropertyInfo(Variant::RECT2, "rect"), "", "get_rect");
+    ADD_PROPERTY(PropertyInfo(Variant::INT, "nx"), "", "get_nx");
+    ADD_PROPERTY(PropertyInfo(Variant::INT, "nz"), "", "get_nz");
 }
 
 } // namespace tilm

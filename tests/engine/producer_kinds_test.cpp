@@ -410,5 +410,38 @@ TEST_F(ProducerKindTest, DamagedRowsAreRefusedAndFreedPilesStopTheWork) {
     memdelete(hand);
 }
 
+TEST_F(ProducerKindTest, ScriptsReachEverythingByName) {
+    Producer *p = make("wool");
+    for (const char *name :
+         {"animal_count",    "visible_animals", "interval",  "solids",         "feed_kind",     "_eat",
+          "_bought_feed",    "_feed_late",      "_buy_feed", "services_ready", "sicken_hunger", "overwork",
+          "lose_level",      "set_level",       "animate",   "regrow_tick",    "made",          "deliver_catch",
+          "splash",          "hold_animal",     "shear",     "core_join",      "set_trough",    "set_regrows",
+          "set_hungry_label"}) {
+        EXPECT_TRUE(p->has_method(name)) << name;
+    }
+    EXPECT_EQ(static_cast<Object *>(p->get("tray")), p->get_tray());
+    EXPECT_EQ(static_cast<Object *>(p->get("trough")), p->get_trough());
+    p->set("_fed", 2);
+    p->set("_work_t", 1.5);
+    p->set("_catch_wait", 3.0);
+    p->set("catch_pending", 1);
+    p->set("hunger", 7.0);
+    EXPECT_EQ(p->get_fed(), 2);
+    EXPECT_EQ(p->get_work_t(), 1.5);
+    EXPECT_EQ(p->get_catch_wait(), 3.0);
+    EXPECT_EQ(p->get_catch_pending(), 1);
+    EXPECT_EQ(p->get_hunger(), 7.0);
+    const Array animals = p->get("animals");
+    ASSERT_EQ(animals.size(), 2);
+    const Dictionary sheep = animals[0];
+    for (const char *key :
+         {"n", "state", "goal", "face", "phase", "feed", "legs", "lie", "drink", "rush", "graze", "shorn"}) {
+        EXPECT_TRUE(sheep.has(key)) << key;
+    }
+    EXPECT_EQ(static_cast<String>(p->get_hand()->get("product")), String("wool"));
+    EXPECT_EQ(static_cast<String>(add<FarmHand>()->get("product")), String("milk"));
+}
+
 } // namespace
 } // namespace tilm

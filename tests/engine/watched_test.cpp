@@ -107,7 +107,9 @@ protected:
         int all = 0;
         for (int i = 0; i < ids.size(); ++i) {
             const Node3D *node = Object::cast_to<Node3D>(static_cast<Object *>(nodes[ids[i]]));
-            if (node != nullptr && wanted.has(ids[i])) { // other lands' free fields stand aside
+            // What stands still in these lands; trucks come and go.
+            if (node != nullptr && wanted.has(ids[i]) &&
+                (node->is_class("Producer") || node->is_class("SellCounter") || node->is_class("CropField"))) {
                 ++all;
                 seen += Glebworks::in_view(node->get_global_position(), watched ? 0.0 : 14.0);
             }

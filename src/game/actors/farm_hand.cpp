@@ -250,6 +250,9 @@ void FarmHand::tick(double dt) {
     if (boat != nullptr) {
         row(dt);
     }
+    if (product == "milk" || product == "wool") {
+        stand_aside(dt);
+    }
     if (core_step(dt)) {
         core_animate(dt, load->is_visible());
     }
@@ -297,6 +300,25 @@ void FarmHand::lean(float angle, double dt) {
     turn.x += (angle - turn.x) * static_cast<float>(1.0 - std::exp(-12.0 * dt));
     parts[body]->set_rotation(turn);
     pose_moved();
+}
+
+// The spot is the animal's own: only the figure stands in front of it, not inside.
+void FarmHand::stand_aside(double dt) {
+    Node3D *figure = get_model();
+    if (figure == nullptr) {
+        return;
+    }
+    const bool at_animal = state == to_job || state == working;
+    Vector3 at = figure->get_position();
+    const float goal = at_animal ? 0.55f : 0.0f;
+    if (std::abs(goal - at.z) > 0.001f) {
+        at.z += (goal - at.z) * static_cast<float>(1.0 - std::exp(-6.0 * dt));
+        figure->set_position(at);
+        pose_moved();
+    }
+    if (state == working) {
+        face(Vector3(0, 0, -1), dt);
+    }
 }
 
 // The boat carries the fisher while he is out on the water.

@@ -54,6 +54,7 @@ private:
     void show_load(bool on);
     void lean(float angle, double dt);
     void row(double dt);
+    void stand_aside(double dt);
     Vector3 base() const;
     Producer *get_home() const;
 

@@ -113,7 +113,7 @@ Node3D *Models::animal(const String &product) {
     auto *body = Object::cast_to<Node3D>(tree->get_node_or_null(NodePath("Body")));
     tree->remove_child(body);
     memdelete(tree);
-    return animal_rig(body, String("animal_") + product);
+    return animal_rig(body, String("rig_") + product);
 }
 
 float Models::pen_scale(const String &product) {
