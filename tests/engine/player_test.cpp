@@ -67,6 +67,14 @@ TEST(Players, KeepsToTheSecondAreaWhenItIsThere) {
     EXPECT_NEAR(yard.walk(Vector3(1, 0, 0), 1.0).x, -40, 1e-3);
     yard.put(Vector3(-9, 0, 0));
     EXPECT_NEAR(yard.walk(Vector3(-1, 0, 0), 1.0).x, -10, 1e-3);
+    // Up to 1 beyond the first area belongs to the first, even where the second begins sooner.
+    player->set_second_area(Rect2(10.5f, -10, 20, 20));
+    yard.put(Vector3(10.9f, 0, 3));
+    EXPECT_NEAR(yard.walk(Vector3(), FRAME).x, 10, 1e-4);
+    yard.put(Vector3(11.1f, 0, 12));
+    EXPECT_NEAR(yard.walk(Vector3(), FRAME).x, 11.1, 1e-4);
+    EXPECT_NEAR(player->get_position().z, 10, 1e-4);
+    EXPECT_EQ(player->nearest_land(Vector3(50, 0, 0)), Vector3(30.5f, 0, 0));
     player->set_second_area(Rect2());
     yard.put(Vector3(-41, 0, 0));
     EXPECT_NEAR(yard.walk(Vector3(1, 0, 0), FRAME).x, -10, 1e-3);
@@ -109,6 +117,26 @@ TEST(Players, SlidesRoundSolids) {
     yard.put(Vector3(4, 0, 0));
     yard.walk(Vector3(), FRAME);
     EXPECT_NEAR(player->get_position().x, 1.65, 1e-4);
+    const struct {
+        Vector3 inside, out;
+    } corners[] = {
+        {{1.85f, 0, -2.15f}, {1.65f, 0, -2.15f}},                                 // left before top
+        {{6.15f, 0, -2.15f}, {6.35f, 0, -2.15f}},                                 // right before top
+        {{6.15f, 0, 2.15f}, {6.35f, 0, 2.15f}},                                   // right before bottom
+        {{6.05f, 0, -2.2f}, {6.05f, 0, -2.35f}},  {{1.65f, 0, 0}, {1.65f, 0, 0}}, // on the edge is not inside
+    };
+    for (const auto &corner : corners) {
+        yard.put(corner.inside);
+        yard.walk(Vector3(), FRAME);
+        EXPECT_LT(player->get_position().distance_to(corner.out), 1e-4) << corner.inside.x << " " << corner.inside.z;
+    }
+    player->set_far_solids(player->get_solids()); // these count only off the land
+    player->set_solids(Array());
+    player->set_free_roam(1.0);
+    yard.put(Vector3(3, 0, 0));
+    EXPECT_EQ(yard.walk(Vector3(), FRAME), Vector3(3, 0, 0));
+    player->set_first_area(Rect2(-50, -50, 40, 40));
+    EXPECT_NEAR(yard.walk(Vector3(), FRAME).x, 1.65, 1e-4);
     expect_engine_error("entry is not a Rect2");
     Array bad;
     bad.push_back("fence");
@@ -134,9 +162,24 @@ TEST(Players, CarriesGoodsBesideMoneyAndShowsMax) {
     EXPECT_FALSE(sign->is_visible());
     player->money_stack()->show_money(500, nullptr, Variant());
     stack->add(Item::spawn("egg", Vector3()));
+    yard.walk(Vector3(), FRAME);
+    const double ease = 1 - std::exp(-12.0 * FRAME);
+    EXPECT_NEAR(stack->get_base().x, -0.31 * ease, 1e-5);
+    EXPECT_NEAR(player->money_stack()->get_base().x, 0.31 * ease, 1e-5);
+    EXPECT_NEAR(player->money_stack()->get_base().y, 0.98, 1e-5);
+    EXPECT_NEAR(sign->get_global_position().y - stack->top_global().y, 0.5 + 0.08 * std::sin(FRAME * 6), 1e-4);
     yard.walk(Vector3(), 2.0);
     EXPECT_NEAR(stack->get_base().x, -0.31, 1e-3);
     EXPECT_NEAR(player->money_stack()->get_base().x, 0.31, 1e-3);
+    EXPECT_TRUE(sign->is_visible());
+    EXPECT_NEAR(player->get_max_clock(), 2.0 + FRAME, 1e-6);
+    stack->set_capacity(30); // three columns, and room again
+    yard.walk(Vector3(), 2.0);
+    EXPECT_NEAR(player->money_stack()->get_base().x, 0.93, 1e-3);
+    EXPECT_FALSE(sign->is_visible());
+    EXPECT_EQ(player->get_max_clock(), 0.0);
+    stack->set_capacity(14);
+    yard.walk(Vector3(), FRAME);
     EXPECT_TRUE(sign->is_visible());
     player->set_max_muted(true);
     yard.walk(Vector3(), FRAME);
@@ -195,6 +238,20 @@ TEST(Players, WearsWhatBoostsGive) {
     EXPECT_EQ(player->get_model()->find_child("gear*", true, false), nullptr);
     yard.walk(Vector3(), 0.1);
     EXPECT_FALSE(trail->is_emitting());
+    expect_engine_error("boost to wear: not a name");
+    ids.push_back(3);
+    ids.push_back("cash");
+    player->wear_boosts(ids);
+    const Dictionary gear = player->call("get_gear"); // as a script asks
+    EXPECT_EQ(gear.keys(), player->worn());
+    const Array signs = gear["cash"];
+    Node3D *sign = Object::cast_to<Node3D>(signs[0]);
+    ASSERT_NE(sign, nullptr);
+    const double clock = player->get_gear_clock();
+    yard.walk(Vector3(), FRAME);
+    EXPECT_NEAR(sign->get_position().y, 2.75 + 0.07 * std::sin(3 * (clock + FRAME)), 1e-5);
+    EXPECT_EQ(sign->get_position().x, 0);
+    player->wear_boosts(Array());
 }
 
 } // namespace

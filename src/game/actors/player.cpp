@@ -23,7 +23,7 @@ constexpr double stand_off = 0.7; // from a chair that is left
 constexpr double seat_to_body = 0.72;
 constexpr double aside = 0.31; // half a tower's width
 constexpr double money_height = 0.98;
-constexpr double money_back = 0.42;
+constexpr real_t money_back = 0.42f;
 
 Vector3 clamp_into(const Vector3 &p, const Rect2 &r) {
     return Vector3(std::clamp<double>(p.x, r.position.x, r.position.x + r.size.x), p.y,
@@ -109,6 +109,18 @@ Array Player::worn() const {
     return gear != nullptr ? gear->worn() : Array();
 }
 
+Dictionary Player::get_gear() const {
+    return gear != nullptr ? gear->nodes() : Dictionary();
+}
+
+CPUParticles3D *Player::get_trail() const {
+    return gear != nullptr ? gear->trail_node() : nullptr;
+}
+
+double Player::get_gear_clock() const {
+    return gear != nullptr ? gear->get_clock() : 0.0;
+}
+
 void Player::set_solids(const Array &rects) {
     solids = rects_of(rects);
 }
@@ -135,6 +147,14 @@ bool Player::at_home(const Vector3 &p) const {
 
 Vector3 Player::home_point() const {
     return inside(get_position()) || !has_home ? get_position() : home;
+}
+
+Vector3 Player::nearest_land(const Vector3 &p) const {
+    if (inside(p)) {
+        return p;
+    }
+    const bool in_second = !holds(first_area, home_point()) && second_area.size.x > 0;
+    return clamp_into(p, in_second ? second_area : first_area);
 }
 
 void Player::sit_on(Node3D *seat, double seat_y) {
@@ -180,6 +200,7 @@ void Player::step(double dt) {
     gear->step(dt, velocity.length(), is_sitting());
     step_towers(dt);
     if (step_chair(dt)) {
+        step_max(dt);
         return;
     }
     velocity = velocity.lerp(input.limit_length(1.0) * speed * speed_mult, 1.0 - std::exp(-16.0 * dt));
@@ -193,8 +214,7 @@ void Player::step(double dt) {
     }
     if (free_roam > 0.0 && !inside(p)) {
         for (const Rect2 &solid : far_solids) {
-            const Vector2 middle = solid.get_center();
-            if (std::abs(middle.x - p.x) <= far_reach && std::abs(middle.y - p.z) <= far_reach) {
+            if (holds(solid.grow(far_reach), p)) {
                 p = push_out(p, solid);
             }
         }
@@ -205,9 +225,10 @@ void Player::step(double dt) {
     step_max(dt);
 }
 
-// The land's edges let the walker slide along them; with free roam there are none.
+// The land's edges let the walker slide along them. With free roam there are none: a wish that leads off the land is
+// followed whole, so no slide along one axis is ever looked for.
 Vector3 Player::keep_inside(const Vector3 &to) const {
-    if (free_roam > 0.0 || inside(to)) {
+    if (free_roam > 0.0) {
         return to;
     }
     const Rect2 &a = first_area;
@@ -251,9 +272,15 @@ void Player::step_towers(double dt) {
     follow(tower_x, both ? -aside : 0.0);
     follow(money_x, both ? 0.62 + aside * (tower->cols() - 1) - aside : 0.0);
     tower->set_side(tower_x);
-    const Vector3 base(money_x, money_height, money_back);
+    Vector3 base = money->get_base();
+    double height = base.y;
+    follow(height, money_height);
+    base = Vector3(static_cast<real_t>(money_x), static_cast<real_t>(height), money_back);
     if (money->get_base() != base) {
         money->set_base(base);
+    }
+    if (both) {
+        money->set_sway(tower->get_sway());
     }
 }
 
@@ -311,6 +338,13 @@ void Player::_bind_methods() {
     ClassDB::bind_method(D_METHOD("set_look", "cfg"), &Player::set_look);
     ClassDB::bind_method(D_METHOD("wear_boosts", "ids"), &Player::wear_boosts);
     ClassDB::bind_method(D_METHOD("worn"), &Player::worn);
+    ClassDB::bind_method(D_METHOD("nearest_land", "p"), &Player::nearest_land);
+    ClassDB::bind_method(D_METHOD("get_gear"), &Player::get_gear);
+    ClassDB::bind_method(D_METHOD("get_trail"), &Player::get_trail);
+    ClassDB::bind_method(D_METHOD("get_gear_clock"), &Player::get_gear_clock);
+    ClassDB::bind_method(D_METHOD("get_max_clock"), &Player::get_max_clock);
+    ClassDB::bind_method(D_METHOD("get_chair"), &Player::get_chair);
+    ClassDB::bind_method(D_METHOD("get_seat_height"), &Player::get_seat_height);
     ClassDB::bind_method(D_METHOD("add_solid", "r"), &Player::add_solid);
     ClassDB::bind_method(D_METHOD("money_stack"), &Player::money_stack);
 }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include <godot_cpp/classes/cpu_particles3d.hpp>
 #include <godot_cpp/classes/label3d.hpp>
 #include <godot_cpp/variant/rect2.hpp>
 
@@ -41,10 +42,19 @@ public:
     // Is `p` on own land? Edges count. An infinite p asks for the position now.
     bool at_home(const Vector3 &p) const;
     Vector3 home_point() const;
+    // `p` itself on own land, else the nearest place on the land of the home point.
+    Vector3 nearest_land(const Vector3 &p) const;
     void set_look(const Dictionary &look);
     // Boost ids whose gear is worn from now on; others are taken off.
     void wear_boosts(const Array &ids);
     Array worn() const;
+    // Boost id -> Array of the nodes that are worn for it.
+    Dictionary get_gear() const;
+    CPUParticles3D *get_trail() const;
+    double get_gear_clock() const;
+    double get_max_clock() const { return max_clock; }
+    Node3D *get_chair() const { return chair.get(); }
+    double get_seat_height() const { return seat_height; }
 
     void set_solids(const Array &rects);
     Array get_solids() const;

@@ -59,7 +59,12 @@ void PlayerGear::wear(const Array &ids) {
         pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(i));
     }
     for (int64_t i = 0; i < ids.size(); ++i) {
-        const String boost = ids[i];
+        const Variant &id = ids[i];
+        if (id.get_type() != Variant::STRING && id.get_type() != Variant::STRING_NAME) {
+            ERR_PRINT("TILMARCH boost to wear: not a name, left out");
+            continue;
+        }
+        const String boost = id;
         const bool on = std::any_of(pieces.begin(), pieces.end(), [&](const Piece &p) { return p.boost == boost; });
         if (!on) {
             put_on(boost);
@@ -71,6 +76,20 @@ Array PlayerGear::worn() const {
     Array out;
     for (const Piece &piece : pieces) {
         out.push_back(piece.boost);
+    }
+    return out;
+}
+
+Dictionary PlayerGear::nodes() const {
+    Dictionary out;
+    for (const Piece &piece : pieces) {
+        Array list;
+        for (const LiveRef<Node3D> &node : piece.nodes) {
+            if (node) {
+                list.push_back(node.get());
+            }
+        }
+        out[piece.boost] = list;
     }
     return out;
 }

@@ -6,6 +6,7 @@
 #include <godot_cpp/classes/cpu_particles3d.hpp>
 #include <godot_cpp/classes/node3d.hpp>
 #include <godot_cpp/variant/array.hpp>
+#include <godot_cpp/variant/dictionary.hpp>
 #include <godot_cpp/variant/string.hpp>
 
 #include "glebworks/live_ref.h"
@@ -22,6 +23,9 @@ public:
     // Takes off what is not in `ids` and puts on what is new.
     void wear(const Array &ids);
     Array worn() const;
+    Dictionary nodes() const; // boost -> Array of its nodes
+    CPUParticles3D *trail_node() const { return trail.get(); }
+    double get_clock() const { return clock; }
     // Floats the signs and runs the trail; `v` is the wearer's speed.
     void step(double dt, double v, bool sitting);
 
