@@ -3,6 +3,7 @@
 #include <godot_cpp/core/class_db.hpp>
 #include <godot_cpp/godot.hpp>
 
+#include "farm_animals/pet_core.h"
 #include "farm_fields/field_core.h"
 #include "farm_fields/producer_core.h"
 #include "farm_items/cash_core.h"
@@ -21,12 +22,14 @@
 #include "game/actors/crop_field.h"
 #include "game/actors/customer.h"
 #include "game/actors/farm_hand.h"
+#include "game/actors/ghost.h"
 #include "game/actors/harvester.h"
 #include "game/actors/hauler.h"
 #include "game/actors/item.h"
 #include "game/actors/item_batch.h"
 #include "game/actors/machine.h"
 #include "game/actors/money_stack.h"
+#include "game/actors/pet.h"
 #include "game/actors/pile.h"
 #include "game/actors/player.h"
 #include "game/actors/producer.h"
@@ -40,6 +43,7 @@
 #include "game/art/farmhouse_model.h"
 #include "game/art/icon_models.h"
 #include "game/art/models.h"
+#include "game/art/pet_models.h"
 #include "game/art/prim_store.h"
 #include "game/automation/bot_actions.h"
 #include "game/data/farm_data.h"
@@ -82,6 +86,7 @@ void setup_statics() {
     FarmData::setup_statics();
     Lang::setup_statics();
     Main::setup_statics();
+    PetModels::setup_statics();
     UI::setup_statics();
     World::setup_statics();
     SellCounter::setup_statics();
@@ -109,6 +114,7 @@ void register_core_classes() {
     TM_ADD(CounterCore);
     TM_ADD(MachineCore);
     TM_ADD(ProducerCore);
+    TM_ADD(PetCore);
     TM_ADD(FieldCore);
     TM_ADD(MoneyCore);
 }
@@ -126,6 +132,7 @@ void register_game_classes() {
     TM_ADD(FarmHand);
     TM_ADD(FarmhouseModel);
     TM_ADD(GameLog);
+    TM_ADD(Ghost);
     TM_ADD(Harvester);
     TM_ADD(Hauler);
     TM_ADD(Hud);
@@ -140,6 +147,8 @@ void register_game_classes() {
     TM_ADD(Menu);
     TM_ADD(Models);
     TM_ADD(MoneyStack);
+    TM_ADD(Pet);
+    TM_ADD(PetModels);
     TM_ADD(Pile);
     TM_ADD(Player);
     TM_ADD(PrimStore);

@@ -236,6 +236,7 @@ Dictionary FarmDocument::build() {
     doc["earn_slow"] = world.earn_slow;
     doc["staff"] = world.staff;
     doc["lots"] = LOTS_FORM;
+    world.pet_house().store(doc);
     source = doc;
     return doc;
 }

@@ -20,6 +20,7 @@ public:
     // Takes the document that the farm is built from; wrong types read as empty.
     void open(const Dictionary &doc);
     bool is_empty() const { return source.is_empty(); }
+    const Dictionary &opened() const { return source; }
 
     // Entry id -> level as saved, whole numbers above 0 only.
     Dictionary saved_levels() const;

@@ -14,10 +14,12 @@
 #include "game/actors/pickup.h"
 #include "game/ports/climate.h"
 #include "game/ports/farm.h"
+#include "game/ports/pet_yard.h"
 #include "game/shell/farm_camera.h"
 #include "game/shell/farm_report.h"
 #include "game/shell/guide_arrow.h"
 #include "game/shell/land.h"
+#include "game/shell/pet_house.h"
 #include "game/shell/purchases.h"
 
 namespace tilm {
@@ -37,7 +39,7 @@ class Producer;
 class Purse;
 class UnlockTile;
 
-class World : public Node3D, public Farm, public PurchaseHost {
+class World : public Node3D, public Farm, public PurchaseHost, public PetYard {
     GDCLASS(World, Node3D)
 
 public:
@@ -73,7 +75,7 @@ public:
     bool spend_quiet(int64_t amount) override;
     // Takes over a bill from a cash tile; it must be an Item.
     void _collect(Object *bill);
-    void collect_bill(Object *bill) { _collect(bill); }
+    void collect_bill(Object *bill) override { _collect(bill); }
 
     // Events.
     void mission_event(const String &type, const String &kind, int64_t n) override;
@@ -125,6 +127,10 @@ public:
     Node *services() const override { return nullptr; }
     bool has_perk(const String &) const override { return false; }
 
+    // PetYard.
+    bool pet_is_home(const String &kind) const override { return pets.is_home(kind); }
+    const Array &pet_cash_tiles() const override { return cash_array; }
+
     // PurchaseHost.
     Farm &farm() override { return *this; }
     Node3D *tile_parent() override { return this; }
@@ -159,6 +165,14 @@ public:
     TM_FIELD(bool, magnet, false) // the MONEY MAGNET is bought
     TM_FIELD(double, charm, 0.0)  // sum of the decorations', for prices and patience
     TM_FIELD(bool, night, false)  // customers are few and pay more
+    Array get_pets() const { return pets.get_owned(); }
+    void set_pets(const Array &kinds) { pets.set_owned(kinds); }
+    Array get_pets_home() const { return pets.get_home(); }
+    void set_pets_home(const Array &kinds) { pets.set_home(kinds); }
+    int64_t get_horse_lv() const { return pets.get_horse_lv(); }
+    void set_horse_lv(int64_t lv) { pets.set_horse_lv(lv); }
+    int64_t get_cart_lv() const { return pets.get_cart_lv(); }
+    void set_cart_lv(int64_t lv) { pets.set_cart_lv(lv); }
     Dictionary get_levels() const { return levels_by_id; }
     Dictionary get_paid();
     Dictionary get_tiles() const;
@@ -181,6 +195,7 @@ public:
     void start_feed(const String &id, Producer *producer);
     void keep_node(const String &entry_id, Node *node) { nodes[entry_id] = node; }
     Land &land_office() { return land; }
+    PetHouse &pet_house() { return pets; }
 
 protected:
     static void _bind_methods();
@@ -239,6 +254,7 @@ private:
     FarmReport report;
     Pickup pickup;
     Purchases purchases;
+    PetHouse pets{*this};
     std::unique_ptr<Assembly> assembly;
     std::unique_ptr<Purse> purse;
     std::unique_ptr<FarmDocument> document;

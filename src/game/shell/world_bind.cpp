@@ -12,6 +12,10 @@ void World::_bind_methods() {
     TM_BIND_FIELD(World, Variant::BOOL, magnet);
     TM_BIND_FIELD(World, Variant::FLOAT, charm);
     TM_BIND_FIELD(World, Variant::BOOL, night);
+    TM_BIND_FIELD(World, Variant::ARRAY, pets);
+    TM_BIND_FIELD(World, Variant::ARRAY, pets_home);
+    TM_BIND_FIELD(World, Variant::INT, horse_lv);
+    TM_BIND_FIELD(World, Variant::INT, cart_lv);
     ClassDB::bind_method(D_METHOD("get_levels"), &World::get_levels);
     ClassDB::bind_method(D_METHOD("get_paid"), &World::get_paid);
     ClassDB::bind_method(D_METHOD("get_tiles"), &World::get_tiles);

@@ -126,6 +126,9 @@ bool World::build_step() {
         stage = 3;
         return false;
     case 3:
+        if (!visiting) { // a friend's pets are the friend's
+            pets.load(document->opened());
+        }
         stage = 4;
         return false;
     case 4:
@@ -215,6 +218,7 @@ void World::finish_ready() {
     camera.set_zoom_option(zoom);
     camera.place(at);
     camera.publish_view();
+    pets.settle();
     if (options.hide_player) {
         player->set_position(Vector3(at.x, at.y, 40));
     }
