@@ -17,6 +17,9 @@ constexpr double near_other = 2.5;
 constexpr double stands_within = 0.08;
 constexpr double runs_beyond = 3.2; // from its heel spot
 constexpr double runs_until = 0.4;
+constexpr double aligns_within = 1.0; // of its heel spot it turns as its lead stands
+constexpr real_t hitch_back = 0.7f;   // from the pet to the hitch behind it
+constexpr double most_bend = 0.8;     // radians at the hitch
 constexpr double view_margin = 4.0;
 constexpr double shown_top = 7.5; // the speed at which legs swing widest
 
@@ -35,6 +38,10 @@ void turn_x(const LiveRef<Node3D> &ref, double x) {
         r.x = static_cast<real_t>(x);
         node->set_rotation(r);
     }
+}
+
+Vector3 back_of(double yaw) {
+    return Vector3(static_cast<real_t>(std::sin(yaw)), 0, static_cast<real_t>(std::cos(yaw)));
 }
 
 void stand(Node3D *node, const Vector3 &p, double yaw) {
@@ -182,42 +189,64 @@ double PetCore::walk(double dt) {
     running = heel_mode && (d > runs_beyond || (running && d > runs_until));
     const double wanted = d <= stands_within ? 0.0 : top * std::min(1.0, d / (horse ? near_horse : near_other));
     _speed += (wanted - _speed) * eased(8.0, dt);
-    if (d <= stands_within) {
-        return 0.0;
+    // The last steps to a heel spot are taken sideways or back, so that it stands as its lead does.
+    const Node3D *lead = heel_mode && d < aligns_within ? lead_node() : nullptr;
+    double step = 0.0;
+    if (d > stands_within) {
+        step = std::min(d, _speed * dt);
+        set_global_position(
+            Vector3(static_cast<real_t>(from.x + dx / d * step), from.y, static_cast<real_t>(from.z + dz / d * step)));
     }
-    const double step = std::min(d, _speed * dt);
-    const Vector3 now(static_cast<real_t>(from.x + dx / d * step), from.y, static_cast<real_t>(from.z + dz / d * step));
-    const double yaw = get_rotation().y;
-    const double turned = yaw + angle_between(yaw, std::atan2(-dx, -dz)) * eased(horse ? 5.0 : 10.0, dt);
-    stand(this, now, std::remainder(turned, 2.0 * Math_PI));
-    pull(now);
+    if (lead != nullptr) {
+        const Vector3 ahead = forward_of(lead);
+        turn(std::atan2(-ahead.x, -ahead.z), dt);
+    } else if (step > 0.0) {
+        turn(std::atan2(-dx, -dz), dt);
+    }
+    pull();
     return step;
 }
 
-// What follows keeps its distance and looks at what goes before it, as a trailer on a hitch does.
-void PetCore::pull(const Vector3 &first) {
-    Vector3 ahead = first;
+void PetCore::turn(double to_yaw, double dt) {
+    Vector3 r = get_rotation();
+    const double by = angle_between(r.y, to_yaw);
+    if (std::abs(by) > 1e-5) {
+        r.y = static_cast<real_t>(std::remainder(r.y + by * eased(horse ? 5.0 : 10.0, dt), 2.0 * Math_PI));
+        set_rotation(r);
+    }
+}
+
+// What follows keeps its distance from the hitch at the back of what goes before it, looks at it, and bends only so
+// far.
+void PetCore::pull() {
+    Vector3 ahead = get_global_position();
+    double yaw = get_rotation().y;
     for (const Follower &follower : follow_list) {
         Node3D *node = follower.node.get();
         if (node == nullptr) {
             continue;
         }
         const Vector3 from = node->get_global_position();
-        Vector3 way = ahead - from;
-        way.y = 0;
-        const double d = way.length();
-        if (d > 1e-4) {
-            const Vector3 dir = way / static_cast<real_t>(d);
-            const Vector3 now = ahead - dir * hitch;
-            stand(node, now, std::atan2(-dir.x, -dir.z));
-            for (const LiveRef<Node3D> &ref : follower.wheels) {
-                if (Node3D *wheel = ref.get()) {
-                    wheel->rotate_x(
-                        static_cast<real_t>(-dir.dot(now - from) / std::max<double>(0.1, wheel->get_position().y)));
-                }
+        ahead += back_of(yaw) * hitch_back;
+        double to_yaw = yaw;
+        if (std::hypot(ahead.x - from.x, ahead.z - from.z) > 1e-4) {
+            const double bend = angle_between(yaw, std::atan2(from.x - ahead.x, from.z - ahead.z));
+            to_yaw = yaw + std::clamp(bend, -most_bend, most_bend);
+        }
+        const Vector3 now = ahead + back_of(to_yaw) * (hitch - hitch_back);
+        if (now.distance_squared_to(from) < 1e-10) {
+            return;
+        }
+        stand(node, now, to_yaw);
+        for (const LiveRef<Node3D> &ref : follower.wheels) {
+            if (Node3D *wheel = ref.get()) {
+                const double rolled =
+                    (now - from).dot(back_of(to_yaw)) / std::max<double>(0.1, wheel->get_position().y);
+                wheel->rotate_x(static_cast<real_t>(rolled));
             }
         }
-        ahead = node->get_global_position();
+        ahead = now;
+        yaw = to_yaw;
     }
 }
 
@@ -225,11 +254,10 @@ void PetCore::jump(const Vector3 &p, double yaw) {
     stand(this, p, yaw);
     _speed = 0.0;
     running = false;
-    const Vector3 back(static_cast<real_t>(std::sin(yaw)), 0, static_cast<real_t>(std::cos(yaw)));
     Vector3 at = p;
     for (const Follower &follower : follow_list) {
         if (Node3D *node = follower.node.get()) {
-            at += back * hitch;
+            at += back_of(yaw) * hitch;
             stand(node, at, yaw);
         }
     }

@@ -55,7 +55,7 @@ public:
     // Stands at `p` from now on, facing `yaw`; what follows stands behind it.
     void jump(const Vector3 &p, double yaw);
 
-    static constexpr double hitch = 1.9; // from the pet to what it pulls
+    static constexpr real_t hitch = 1.9; // from the pet to what it pulls, in a straight line
 
 protected:
     static void _bind_methods();
@@ -71,7 +71,8 @@ private:
     };
 
     double walk(double dt); // units moved
-    void pull(const Vector3 &ahead);
+    void turn(double to_yaw, double dt);
+    void pull();
     void animate(double dt);
 
     uint64_t lead_id = 0;

@@ -8,10 +8,10 @@ namespace tilm::rules {
 namespace {
 
 constexpr std::array<Pet, 4> pet_rows = {{
-    {"dog", "GUARD DOG", 8000, "CHASES FOXES AWAY", 1.0, 2.0, -1, 7.5, 4.4, -12.2},
-    {"cat", "CASH CAT", 20000, "COLLECTS CASH NEAR YOU", 0.8, 1.1, -1, 7.5, 5.4, -13.0},
-    {"pig", "TRUFFLE PIG", 35000, "FINDS GOLDEN EGGS + LIGHTNING GOLD", 0.4, 3.2, 1, 7.5, 3.4, -13.4},
-    {"horse", "PACK HORSE", 60000, "CARRIES AS MUCH AS YOU DO", 0.9, 2.3, 1, 0, 4.2, -16.2},
+    {"dog", "GUARD DOG", 8000, "CHASES FOXES AWAY", 1.0, 2.0, -1, 7.5, 8.6, -12.9},
+    {"cat", "CASH CAT", 20000, "COLLECTS CASH NEAR YOU", 0.8, 1.1, -1, 7.5, 9.6, -12.6},
+    {"pig", "TRUFFLE PIG", 35000, "FINDS GOLDEN EGGS + LIGHTNING GOLD", 0.4, 3.2, 1, 7.5, 10.7, -12.9},
+    {"horse", "PACK HORSE", 60000, "CARRIES AS MUCH AS YOU DO", 0.9, 2.3, 1, 0, 5.4, -18.4},
 }};
 
 constexpr std::array<int, horse_level_max + 1> level_prices = {0, 0, 40000, 90000, 180000, 350000};

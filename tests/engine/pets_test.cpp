@@ -129,6 +129,7 @@ TEST_F(PetTest, EachKindHasItsHeelSpotBesideAndBehind) {
         EXPECT_TRUE(near(pet->get_global_position(), row.spot, 0.081)) << row.kind;
         EXPECT_LT(pet->get_speed(), 0.01) << row.kind;
         EXPECT_EQ(pet->get_top(), row.top) << row.kind;
+        EXPECT_NEAR(pet->get_rotation().y, 0, 0.02) << row.kind; // looks where its lead looks
     }
     Pet *cat = own("cat");
     player->get_model()->set_rotation(Vector3(0, static_cast<real_t>(-Math_PI / 2), 0)); // faces +x
@@ -194,7 +195,7 @@ TEST_F(PetTest, DogsAndPigsWanderOnTheLand) {
 
 TEST_F(PetTest, GoesHomeAndStays) {
     kennel->home.push_back("dog");
-    Pet *dog = own("dog", Vector3(4.4f, 0, -9.2f));
+    Pet *dog = own("dog", Vector3(8.6f, 0, -9.2f));
     const rules::Pet *row = rules::find_pet("dog");
     run(dog, 0.5);
     EXPECT_TRUE(dog->get_at_home());
@@ -225,7 +226,10 @@ TEST_F(PetTest, TheHorseDoublesWhatItsLeadCarriesAndTheCartAddsToIt) {
     EXPECT_EQ(horse->get_cart(), cart); // not built again
     EXPECT_EQ(stack->total_cap(), 108);
     run(horse, 3.0);
-    EXPECT_NEAR(cart->get_global_position().distance_to(horse->get_global_position()), PetCore::hitch, 1e-3);
+    EXPECT_TRUE(near(cart->get_global_position(), horse->get_global_position(), PetCore::hitch + 1e-3));
+    EXPECT_FALSE(near(cart->get_global_position(), horse->get_global_position(), 1.2)); // never into the horse
+    const Vector3 way = cart->get_global_position() - horse->get_global_position();
+    EXPECT_LT(way.normalized().dot(-horse->get_global_transform().basis.get_column(2)), -0.8); // but behind it
     for (int i = 0; i < 40; ++i) {
         stack->add(Item::spawn("egg", Vector3()));
     }

@@ -25,7 +25,8 @@ TEST(PetRows, EveryRowIsWhole) {
         EXPECT_EQ(pet.side * pet.side, 1.0) << pet.key;
         EXPECT_GT(pet.beside * pet.behind, 0.0) << pet.key;
         // Home is on the first land, off the house and its walls.
-        EXPECT_TRUE(pet.home_x > -11.4 && pet.home_x < 6.2 && pet.home_z > -31 && pet.home_z < 5.2) << pet.key;
+        EXPECT_TRUE(pet.home_x > -11.4 && pet.home_x < 11.4 && pet.home_z > -31 && pet.home_z < 5.2) << pet.key;
+        EXPECT_TRUE(pet.home_x < 6.6 - 0.35 || pet.home_z > -14.2 + 0.35) << pet.key;
     }
     EXPECT_EQ(find_pet("hen"), nullptr);
     EXPECT_EQ(horse_prices().size(), size_t{horse_level_max + 1});

@@ -164,6 +164,10 @@ Node3D *PetModels::pet(const String &kind) {
         const int64_t parent = row[0];
         if (parent >= 0) {
             node->set_name(row[1]);
+            if (const String name = row[1]; name == "Low" || name == "Jaw" || name == "Tail") {
+                Object::cast_to<GeometryInstance3D>(node)->set_cast_shadows_setting(
+                    GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+            }
             made[static_cast<size_t>(parent)]->add_child(node);
         }
         made.push_back(node);
