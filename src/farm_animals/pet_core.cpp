@@ -317,6 +317,9 @@ void PetCore::_bind_methods() {
     ClassDB::bind_method(D_METHOD("get_speed"), &PetCore::get_speed);
     ClassDB::bind_method(D_METHOD("set_lead", "lead"), &PetCore::set_lead);
     ClassDB::bind_method(D_METHOD("get_lead"), &PetCore::get_lead);
+    ADD_PROPERTY(PropertyInfo(Variant::INT, "lead"), "set_lead", "get_lead");
+    ClassDB::bind_method(D_METHOD("get_body"), &PetCore::get_body);
+    ADD_PROPERTY(PropertyInfo(Variant::OBJECT, "body"), "", "get_body");
     ClassDB::bind_method(D_METHOD("core_join", "horse", "body", "follows"), &PetCore::core_join);
     ClassDB::bind_method(D_METHOD("core_rig", "rig", "legs", "tail", "jaw", "head", "neck"), &PetCore::core_rig);
     ClassDB::bind_method(D_METHOD("core_set", "lead", "home", "working", "top", "goal"), &PetCore::core_set);

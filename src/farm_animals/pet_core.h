@@ -47,6 +47,7 @@ public:
     Vector3 target() const;
     bool is_running() const { return running; }
     Array get_follows() const;
+    Node3D *get_body() const { return body.get(); }
 
     void _ready() override;
     void _process(double dt) override;

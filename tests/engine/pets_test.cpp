@@ -350,6 +350,32 @@ TEST_F(PetTest, StandsByThePlayerWhenItIsPlaced) {
     memdelete(none);
 }
 
+TEST_F(PetTest, AnswersScriptsByName) {
+    Pet *pet = own("horse");
+    for (const char *name : {"core_join", "core_rig", "core_set", "core_heel", "get_speed", "set_speed", "set_gear",
+                             "place", "think", "horse_tick", "_work", "get_kind", "get_cart"}) {
+        EXPECT_TRUE(pet->has_method(name)) << name;
+    }
+    for (const char *name : {"sit_on", "at_home", "home_point", "set_look", "wear_boosts", "set_solids", "get_chair"}) {
+        EXPECT_TRUE(player->has_method(name)) << name;
+    }
+    pet->call("core_set", player, true, false, 2.5, Vector3(1, 0, 2));
+    EXPECT_EQ(static_cast<uint64_t>(static_cast<int64_t>(pet->get("lead"))), player->get_instance_id());
+    EXPECT_EQ(pet->get("goal"), Variant(Vector3(1, 0, 2)));
+    EXPECT_EQ(pet->get("top"), Variant(2.5));
+    EXPECT_EQ(pet->get("at_home"), Variant(true));
+    pet->call("core_heel", player->get_instance_id(), Vector2(1, 2), -1.0);
+    EXPECT_EQ(pet->get("heel_mode"), Variant(true));
+    EXPECT_EQ(pet->get("at_home"), Variant(false));
+    EXPECT_EQ(pet->get("side"), Variant(-1.0));
+    pet->call("set_speed", 3.0);
+    EXPECT_EQ(pet->get("_speed"), Variant(3.0));
+    pet->call("set_gear", 2, 1);
+    EXPECT_EQ(pet->get("cart_lv"), Variant(1));
+    pet->call("set_lead", Variant());
+    EXPECT_EQ(pet->get("lead"), Variant(0));
+}
+
 TEST(PetModels, HaveTheJointsThatTheCoreTurns) {
     Node3D *all = memnew(Node3D);
     for (const rules::Pet &pet : rules::pets()) {

@@ -146,16 +146,14 @@ void Pet::horse_tick() {
     if (stack == nullptr) {
         return;
     }
+    stack->set_cart_cap(rules::cart_capacity(horse_level, cart_level - 1));
     if (is_home()) {
-        if (stack->get_helper() == this) {
-            stack->set_helper(nullptr);
-            stack->set_cart(nullptr);
-        }
+        stack->set_helper(nullptr);
+        stack->set_cart(nullptr);
         return;
     }
     stack->set_helper(this);
     stack->set_cart(cart.get());
-    stack->set_cart_cap(rules::cart_capacity(horse_level, cart_level - 1));
     if (const rules::Cart *bed = rules::cart_of_level(cart_level)) {
         stack->set_cart_grid(Vector2i(bed->cols, bed->rows));
     }
