@@ -7,6 +7,7 @@
 
 #include "game/actors/walker.h"
 #include "game/art/models.h"
+#include "game/art/shapes.h"
 
 namespace tilm {
 
@@ -14,22 +15,37 @@ namespace {
 
 Node3D *shoe_model() {
     Node3D *root = memnew(Node3D);
-    const Color red(0.9f, 0.22f, 0.2f);
-    Models::box(Vector3(0.24, 0.12, 0.34), red, Vector3(0, 0.06, -0.04), root);
-    Models::box(Vector3(0.25, 0.05, 0.38), Color(1, 1, 1), Vector3(0, 0, -0.04), root);
-    Models::box(Vector3(0.03, 0.08, 0.16), Color(1.0f, 0.84f, 0.25f), Vector3(0.13, 0.1, 0.06), root);
-    Models::box(Vector3(0.03, 0.08, 0.16), Color(1.0f, 0.84f, 0.25f), Vector3(-0.13, 0.1, 0.06), root);
+    shapes::put(root, shapes::bevel_box(Vector3(0.23f, 0.06f, 0.36f), 0.025f), pal::WHITE, Vector3(0, 0.0f, -0.05f));
+    shapes::put(root,
+                shapes::loft({{-0.2f, 0.06f, 0.045f, 0, -0.02f},
+                              {-0.1f, 0.105f, 0.07f},
+                              {0.06f, 0.11f, 0.075f},
+                              {0.16f, 0.07f, 0.05f, 0, -0.02f}},
+                             8, 0.4f),
+                pal::RED, Vector3(0, 0.08f, -0.06f), Vector3(-90, 0, 0));
+    shapes::put(root, shapes::loft({{0.0f, 0.1f, 0.1f}, {0.12f, 0.085f, 0.085f}}, 8), pal::RED,
+                Vector3(0, 0.08f, 0.03f));
+    for (const float side : {-1.0f, 1.0f}) { // a little wing at each heel
+        shapes::put(root, shapes::ball(Vector3(0.02f, 0.05f, 0.1f), 6, 3), pal::YELLOW,
+                    Vector3(side * 0.115f, 0.13f, 0.08f), Vector3(28, side * 22, 0));
+    }
     return root;
 }
 
 Node3D *bag_model() {
     Node3D *root = memnew(Node3D);
     const Color canvas(0.55f, 0.4f, 0.22f);
-    Models::box(Vector3(0.46, 0.5, 0.24), canvas, Vector3(0, 0, 0), root);
-    Models::box(Vector3(0.48, 0.16, 0.27), Color(0.42f, 0.28f, 0.14f), Vector3(0, 0.2, 0.01), root);
-    Models::box(Vector3(0.3, 0.2, 0.1), Color(0.62f, 0.47f, 0.28f), Vector3(0, -0.08, 0.15), root);
-    Models::cyl(0.09f, 0.09f, 0.52f, Color(0.35f, 0.55f, 0.3f), Vector3(0, 0.36, 0), root, 8)
-        ->set_rotation(Vector3(0, 0, Math_PI * 0.5));
+    shapes::put(root, shapes::bevel_box(Vector3(0.46f, 0.5f, 0.26f), 0.07f, 0.9f), canvas, Vector3());
+    shapes::put(root, shapes::bevel_box(Vector3(0.46f, 0.18f, 0.29f), 0.06f, 0.92f), pal::tone(canvas, -0.25f),
+                Vector3(0, 0.19f, 0.01f));
+    shapes::put(root, shapes::bevel_box(Vector3(0.3f, 0.2f, 0.12f), 0.04f), pal::tone(canvas, 0.14f),
+                Vector3(0, -0.09f, 0.15f));
+    shapes::put(root, shapes::bevel_box(Vector3(0.08f, 0.07f, 0.03f), 0.012f), pal::YELLOW, Vector3(0, 0.1f, 0.16f));
+    shapes::put(
+        root,
+        shapes::loft(
+            {{-0.27f, 0.075f, 0.075f}, {-0.22f, 0.095f, 0.095f}, {0.22f, 0.095f, 0.095f}, {0.27f, 0.075f, 0.075f}}, 8),
+        pal::TEAL, Vector3(0, 0.35f, 0), Vector3(0, 0, 90));
     return root;
 }
 

@@ -241,7 +241,7 @@ void build_horse(Node3D *body) {
         coat, Vector3(0, 0.02f, 0), Vector3(-112, 0, 0));
     put(head, loft({{0, 0.105f, 0.1f}, {0.1f, 0.115f, 0.1f}, {0.15f, 0.08f, 0.07f}}, 8, 0.35f), pale,
         Vector3(0, -0.155f, -0.27f), Vector3(-112, 0, 0));
-    put(head, ball(Vector3(0.05f, 0.13f, 0.03f), 6, 3), pale, Vector3(0, 0.095f, -0.17f), Vector3(-112, 0, 0));
+    put(head, ball(Vector3(0.05f, 0.12f, 0.03f), 6, 3), pale, Vector3(0, 0.092f, -0.125f), Vector3(-137, 0, 0));
     put(head, ball(Vector3(0.075f, 0.1f, 0.09f), 7, 3), mane, Vector3(0, 0.18f, -0.03f), Vector3(-20, 0, 0));
     eyes(head, 0.135f, 0.03f, -0.1f, 0.042f);
     for (const float side : {-1.0f, 1.0f}) {
