@@ -26,7 +26,7 @@ TEST(Offline, AbsencesThatArePaid) {
         {259200, 40, 2.0, 28800, 17280},           // three days count as eight hours
         {120, 4, 0.25, 120, 0},                    // 9.0 is not worth a dialog
         {150, 4, 0.2445, 150, 11},                 // 11.0025 is
-        {28800, 2172, 1e15, 28800, 8640000294912}, // a damaged save pays what the best farm could
+        {28800, 2172, 1e15, 28800, 8640000425984}, // a damaged save pays what the best farm could
     };
     for (const Case &c : cases) {
         const OfflinePay pay = offline_pay(c.away, c.levels, c.rate);
