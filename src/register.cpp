@@ -4,6 +4,8 @@
 #include <godot_cpp/godot.hpp>
 
 #include "farm_animals/pet_core.h"
+#include "farm_belts/conveyor_core.h"
+#include "farm_belts/truck_core.h"
 #include "farm_fields/field_core.h"
 #include "farm_fields/producer_core.h"
 #include "farm_items/cash_core.h"
@@ -19,6 +21,7 @@
 #include "farm_shop/machine_core.h"
 #include "farm_shop/worker_brain.h"
 #include "game/actors/cash_tile.h"
+#include "game/actors/conveyor.h"
 #include "game/actors/crop_field.h"
 #include "game/actors/customer.h"
 #include "game/actors/farm_hand.h"
@@ -35,6 +38,8 @@
 #include "game/actors/producer.h"
 #include "game/actors/sell_counter.h"
 #include "game/actors/stack_carrier.h"
+#include "game/actors/supply_van.h"
+#include "game/actors/truck_depot.h"
 #include "game/actors/unlock_tile.h"
 #include "game/actors/walker.h"
 #include "game/actors/worker.h"
@@ -113,6 +118,8 @@ void register_core_classes() {
     TM_ADD(CustomerBrain);
     TM_ADD(CounterCore);
     TM_ADD(MachineCore);
+    TM_ADD(TruckCore);
+    TM_ADD(ConveyorCore);
     TM_ADD(ProducerCore);
     TM_ADD(PetCore);
     TM_ADD(FieldCore);
@@ -126,6 +133,7 @@ void register_game_classes() {
     TM_ADD(Walker);
     TM_ADD(CashTile);
     TM_ADD(Cinematic);
+    TM_ADD(Conveyor);
     TM_ADD(CropField);
     TM_ADD(Customer);
     TM_ADD(FarmData);
@@ -157,7 +165,9 @@ void register_game_classes() {
     TM_ADD(SellCounter);
     TM_ADD(Sfx);
     TM_ADD(StackCarrier);
+    TM_ADD(SupplyVan);
     TM_ADD(TitleScene);
+    TM_ADD(TruckDepot);
     TM_ADD(UI);
     TM_ADD(UnlockTile);
     TM_ADD(Worker);

@@ -35,6 +35,9 @@ public:
     virtual void note_mood(double mood, const String &src) = 0;
     virtual void stat_add(const String &key, int64_t n) = 0; // flow counters, such as "made:egg"
     virtual void tutorial_event(const String &step) = 0;
+    // A truck of `dock` was loaded in full; `mult` is its speed_mult().
+    virtual void order_done(Object * /*dock*/, int64_t /*reward*/, double /*mult*/) {}
+    virtual void tip(const String & /*key*/) {} // something new happened that a tip may explain
 
     // Look-ups.
     virtual Node3D *root() = 0; // the world node: parent of actors
@@ -46,8 +49,11 @@ public:
     virtual void add_solid(const Rect2 &rect) = 0; // the player slides round it
     virtual int feed_level() const = 0;            // BETTER FEED upgrades
     virtual double animal_multiplier() const = 0;
-    virtual int season() const = 0;       // 0..3
-    virtual bool is_building() const = 0; // the staged build runs
+    virtual int season() const = 0; // 0..3
+    virtual bool is_night() const { return false; }
+    virtual Array stall_list() { return Array(); } // SellCounters, shared
+    virtual Array truck_list() { return Array(); } // TruckDepots, shared
+    virtual bool is_building() const = 0;          // the staged build runs
     virtual bool is_visiting() const = 0;
     virtual Node *services() const = 0;                   // FarmServices or null
     virtual bool has_perk(const String &boost) const = 0; // a boost such as "magnet" runs

@@ -17,6 +17,7 @@
 #include "game/interface/hud.h"
 #include "game/kit/ui.h"
 #include "game/ports/notices.h"
+#include "game/shell/logistics.h"
 #include "game/shell/world.h"
 #include "game/sound/sfx.h"
 #include "names.h"
@@ -45,6 +46,7 @@ Assembly::Assembly(World &world) : world(world) {
         {"stack", &Assembly::stack},       {"shoes", &Assembly::shoes},   {"feed", &Assembly::feed},
         {"magnet", &Assembly::magnet},     {"land", &Assembly::land},     {"final", &Assembly::final},
         {"machine", &Assembly::machine},
+        {"truck", &Assembly::truck},       {"depot", &Assembly::depot},   {"belt", &Assembly::belt},
     };
 }
 
@@ -110,6 +112,7 @@ void Assembly::stall(const Dictionary &e, int level, bool, Outcome &out) {
         }
         world.keep_node(id, made);
         world.add_cash_tile(made->cash_tile());
+        world.add_stall(made);
         out.toast = "NEW STALL!";
         return;
     }
@@ -227,6 +230,24 @@ void Assembly::hauler(const Dictionary &e, int level, bool, Outcome &out) {
     made->setup(vformat("%s#%d", id, level), e.get("kinds", Array()), e["dst"], ground(e), world.zone_list());
     world.add_child(made);
     out.toast = "HELPER HIRED!";
+}
+
+void Assembly::truck(const Dictionary &e, int level, bool, Outcome &out) {
+    if (level == 1) {
+        world.trucking().build_truck(e);
+    }
+    out.toast = "TRUCK ORDERS!";
+}
+
+void Assembly::depot(const Dictionary &e, int level, bool, Outcome &out) {
+    world.trucking().raise_depot(e, level);
+    out.look_at(ground(e));
+    out.toast = level == 1 ? "INGREDIENT DEPOT!" : level == 2 ? "SUPPLY TRUCK!" : "MORE SUPPLIES!";
+}
+
+void Assembly::belt(const Dictionary &e, int level, bool, Outcome &out) {
+    world.trucking().raise_belt(e, level);
+    out.toast = level == 1 ? "INGREDIENT BELT!" : level == 2 ? "TRUCK BELT!" : "FASTER BELTS!";
 }
 
 void Assembly::stack(const Dictionary &, int, bool, Outcome &out) {

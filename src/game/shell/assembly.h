@@ -45,6 +45,9 @@ private:
     void workers(const Dictionary &e, int level, bool quiet, Outcome &out);
     void harvester(const Dictionary &e, int level, bool quiet, Outcome &out);
     void hauler(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void truck(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void depot(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void belt(const Dictionary &e, int level, bool quiet, Outcome &out);
     void stack(const Dictionary &e, int level, bool quiet, Outcome &out);
     void shoes(const Dictionary &e, int level, bool quiet, Outcome &out);
     void feed(const Dictionary &e, int level, bool quiet, Outcome &out);

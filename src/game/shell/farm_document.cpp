@@ -13,6 +13,7 @@
 #include "game/actors/producer.h"
 #include "game/actors/stack_carrier.h"
 #include "game/data/farm_data.h"
+#include "game/shell/logistics.h"
 #include "game/shell/world.h"
 #include "game/shell/world_options.h"
 #include "rules/rounding.h"
@@ -77,6 +78,7 @@ void FarmDocument::load_core() {
     world.money = read_whole(source, "money");
     world.gold_eggs = MAX(int64_t(0), read_whole(source, "gold_eggs"));
     world.won = read_flag(source, "won");
+    world.trucking().load(source);
     if (WorldOptions::get().money && !world.visiting) {
         world.money = *WorldOptions::get().money;
     }
@@ -229,6 +231,7 @@ Dictionary FarmDocument::build() {
     doc["levels"] = levels;
     doc["paid"] = world.tile_office().paid_map();
     doc["won"] = world.won;
+    world.trucking().save(doc);
     doc["state"] = state_now();
     doc["tools"] = world.tools;
     doc["saved_at"] = static_cast<int64_t>(Time::get_singleton()->get_unix_time_from_system());

@@ -10,7 +10,9 @@
 #include "game/actors/item_batch.h"
 #include "game/actors/player.h"
 #include "game/actors/producer.h"
+#include "game/actors/sell_counter.h"
 #include "game/actors/stack_carrier.h"
+#include "game/actors/truck_depot.h"
 #include "game/actors/unlock_tile.h"
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
@@ -19,6 +21,7 @@
 #include "game/shell/assembly.h"
 #include "game/shell/cinematic.h"
 #include "game/shell/farm_document.h"
+#include "game/shell/logistics.h"
 #include "game/shell/purse.h"
 #include "game/shell/save.h"
 #include "game/shell/world_options.h"
@@ -35,7 +38,8 @@ World *s_under_construction = nullptr;
 
 World::World()
     : report(*this), purchases(*this), assembly(std::make_unique<Assembly>(*this)),
-      purse(std::make_unique<Purse>(*this)), document(std::make_unique<FarmDocument>(*this)) {
+      purse(std::make_unique<Purse>(*this)), logistics(std::make_unique<Logistics>(*this)),
+      document(std::make_unique<FarmDocument>(*this)) {
     visiting = WorldOptions::get().visit_peer != 0;
     tools["stack"] = 0;
     tools["shoes"] = 0;
@@ -181,6 +185,10 @@ void World::note_mood(double mood, const String &src) {
     }
 }
 
+void World::order_done(Object *dock, int64_t reward, double mult) {
+    logistics->order_done(Object::cast_to<TruckDepot>(dock), reward, mult);
+}
+
 // Purchases.
 
 void World::_on_tile_done(Object *tile) {
@@ -307,6 +315,16 @@ void World::add_cash_tile(CashTile *tile) {
     tile->set_meta("pkey", FarmDocument::cash_key(tile->get_position()));
     cash_tiles.push_back(tile);
     cash_array.push_back(tile);
+}
+
+void World::add_stall(SellCounter *stall) {
+    if (stall) {
+        stalls.push_back(stall);
+    }
+}
+
+Array World::truck_list() {
+    return logistics->list();
 }
 
 // A tap on a price tile names it and what it still costs.

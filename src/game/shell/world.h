@@ -34,9 +34,11 @@ class FarmDocument;
 class Hud;
 class Item;
 class ItemBatch;
+class Logistics;
 class Player;
 class Producer;
 class Purse;
+class SellCounter;
 class UnlockTile;
 
 class World : public Node3D, public Farm, public PurchaseHost, public PetYard {
@@ -82,6 +84,7 @@ public:
     void note_mood(double mood, const String &src) override;
     void stat_add(const String &key, int64_t n) override { report.flow.add(key, n); }
     void tutorial_event(const String &) override {}
+    void order_done(Object *dock, int64_t reward, double mult) override;
 
     // Purchases.
     void _on_tile_done(Object *tile);
@@ -115,6 +118,8 @@ public:
     Node3D *root() override { return this; }
     Node3D *player_node() override;
     Array zone_list() override { return zones; }
+    Array stall_list() override { return stalls; }
+    Array truck_list() override;
     int level_of(const String &entry_id) const override;
     Node *node_of(const String &entry_id) const override;
     Dictionary staff_table() override { return staff; }
@@ -187,6 +192,8 @@ public:
     const std::vector<CashTile *> &cash_list() const { return cash_tiles; }
     const std::vector<CropField *> &field_list() const { return fields; }
     void add_cash_tile(CashTile *tile);
+    void add_stall(SellCounter *stall);
+    Logistics &trucking() { return *logistics; }
     void add_field(CropField *field) { fields.push_back(field); }
     void open_region(const String &id, bool quiet);
     // The scene of a bought land; its end is told by land_cinematic_done.
@@ -236,6 +243,7 @@ private:
     Dictionary nodes;        // entry id -> main node
     Dictionary staff;        // staff id -> experience
     Array zones;
+    Array stalls; // SellCounters
     Array cash_array;
     std::vector<CashTile *> cash_tiles;
     std::vector<CropField *> fields;
@@ -257,6 +265,7 @@ private:
     PetHouse pets{*this};
     std::unique_ptr<Assembly> assembly;
     std::unique_ptr<Purse> purse;
+    std::unique_ptr<Logistics> logistics;
     std::unique_ptr<FarmDocument> document;
 
     Vector2 forced_input;

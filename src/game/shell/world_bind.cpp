@@ -23,6 +23,8 @@ void World::_bind_methods() {
     ClassDB::bind_method(D_METHOD("get_regions"), &World::get_regions);
     ClassDB::bind_method(D_METHOD("get_fences"), &World::get_fences);
     ClassDB::bind_method(D_METHOD("get_zones"), &World::zone_list);
+    ClassDB::bind_method(D_METHOD("get_stalls"), &World::stall_list);
+    ClassDB::bind_method(D_METHOD("get_trucks"), &World::truck_list);
     ClassDB::bind_method(D_METHOD("get_player"), &World::player_object);
     ClassDB::bind_method(D_METHOD("get_hud"), &World::hud_object);
     ClassDB::bind_method(D_METHOD("get_progress_percent"), &World::get_progress_percent);
@@ -59,6 +61,7 @@ void World::_bind_methods() {
     ClassDB::bind_method(D_METHOD("_collect", "b"), &World::_collect);
     ClassDB::bind_method(D_METHOD("collect_bill", "b"), &World::collect_bill);
     ClassDB::bind_method(D_METHOD("mission_event", "type", "kind", "n"), &World::mission_event);
+    ClassDB::bind_method(D_METHOD("order_done", "dock", "reward", "mult"), &World::order_done);
     ClassDB::bind_method(D_METHOD("note_mood", "m", "src"), &World::note_mood);
     ClassDB::bind_method(D_METHOD("_burst", "pos", "c"), &World::_burst);
     ClassDB::bind_method(D_METHOD("_focus", "pos", "dur"), &World::_focus);

@@ -9,6 +9,7 @@
 #include "game/actors/player.h"
 #include "game/actors/sell_counter.h"
 #include "game/actors/stack_carrier.h"
+#include "game/actors/truck_depot.h"
 #include "game/actors/unlock_tile.h"
 #include "game/automation/bot_actions.h"
 #include "game/interface/hud.h"
@@ -166,6 +167,7 @@ void World::step_meters(double delta) {
     CustomerBrain::set_patience(rules::customer_patience(charm, has_perk(TM_NAME("calm"))));
     CounterCore::set_spawn_mult(rules::customer_gap(night, has_perk(TM_NAME("crowd"))));
     SellCounter::set_price_factor(rules::price_factor(charm, night));
+    TruckDepot::set_tips_factor(has_perk(TM_NAME("tips")) ? 1.5 : 1.0);
     purse->cash_multiplier = 1.0;
     rate_timer += delta;
     if (rate_timer < rules::rate_period) {
