@@ -74,9 +74,10 @@ void TruckDepot::build(double x, Farm *owner) {
     owner->root()->add_child(tile);
     cash.set(tile);
 
-    board = Models::label3d(String(), 52, Color(1, 1, 1), Vector3(0, 3.6f, 0), this);
-    clock_board = Models::label3d(String(), 60, lime, Vector3(0, 4.55f, 0), this);
-    vip_sign = Models::label3d("VIP", 96, gold, Vector3(0, 5.5f, 0), this);
+    board = Models::label3d(String(), 38, Color(1, 1, 1), Vector3(0, 3.6f, 0), this);
+    board->set_vertical_alignment(VERTICAL_ALIGNMENT_TOP); // more lines grow downwards, away from the clock
+    clock_board = Models::label3d(String(), 44, lime, Vector3(0, 4.55f, 0), this);
+    vip_sign = Models::label3d("VIP", 64, gold, Vector3(0, 5.5f, 0), this);
     show_boards(false);
     Node3D *bay = truck_models::bay(is_dock());
     bay->set_position(Vector3(0, 0, (real_t)zone_back));
@@ -146,7 +147,7 @@ void TruckDepot::pop_label(const String &text) {
     if (!is_inside_tree()) {
         return;
     }
-    Label3D *label = Models::label3d(text, 80, lime, Vector3(0, 2.6f, 0), this);
+    Label3D *label = Models::label3d(text, 64, lime, Vector3(0, 2.6f, 0), this);
     Ref<Tween> rise = label->create_tween();
     rise->set_parallel(true);
     rise->tween_property(label, NodePath("position:y"), 4.2, pop_seconds);

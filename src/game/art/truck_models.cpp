@@ -171,14 +171,19 @@ Node3D *depot_tree() {
     return at;
 }
 
+// The board leans back to the camera, which looks down steeply.
+constexpr float board_tilt = -42.0f;
+const Vector3 board_place(0, 1.2f, 0);
+
 Node3D *star_board_tree() {
     Node3D *at = memnew(Node3D);
-    for (const float x : {-0.52f, 0.52f}) {
-        put(at, loft({{0, 0.09f, 0.09f}, {1.75f, 0.07f, 0.07f}, {1.85f, 0, 0}}, 6, 0.6f), pal::WOOD_DARK,
-            Vector3(x, 0, 0));
+    for (const float x : {-0.62f, 0.62f}) {
+        put(at, loft({{0, 0.10f, 0.10f}, {1.2f, 0.08f, 0.08f}}, 6, 0.6f), pal::WOOD_DARK, Vector3(x, 0, -0.06f));
     }
-    put(at, bevel_box(Vector3(1.5f, 0.56f, 0.12f), 0.06f), pal::WOOD, Vector3(0, 1.38f, 0.02f));
-    put(at, bevel_box(Vector3(1.36f, 0.44f, 0.08f), 0.04f), 0x5b3a28, Vector3(0, 1.38f, 0.08f));
+    Node3D *board = shapes::joint(at, "Board", board_place);
+    board->set_rotation_degrees(Vector3(board_tilt, 0, 0));
+    put(board, bevel_box(Vector3(1.74f, 0.70f, 0.12f), 0.07f), pal::WOOD_LIGHT, Vector3());
+    put(board, bevel_box(Vector3(1.58f, 0.56f, 0.08f), 0.05f), pal::WOOD_DARK, Vector3(0, 0, 0.05f));
     return at;
 }
 
@@ -228,10 +233,12 @@ Array star_markers(Node3D *parent, const Vector3 &at) {
     Node3D *post = Models::bake("star_board", Models::fn_node(&star_board_tree));
     post->set_position(at);
     parent->add_child(post);
+    Node3D *board = shapes::joint(post, "Stars", board_place);
+    board->set_rotation_degrees(Vector3(board_tilt, 0, 0));
     Array stars;
     for (int i = 0; i < 3; i++) {
         MeshInstance3D *star =
-            IconModels::star(0.24f, 0.11f, 0.10f, col(GOLD), Vector3(-0.44f + 0.44f * float(i), 1.38f, 0.16f), post);
+            IconModels::star(0.27f, 0.125f, 0.10f, col(GOLD), Vector3(-0.5f + 0.5f * float(i), 0, 0.13f), board);
         star->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
         light_star(star, false);
         stars.push_back(star);
@@ -240,7 +247,7 @@ Array star_markers(Node3D *parent, const Vector3 &at) {
 }
 
 void light_star(MeshInstance3D *star, bool on) {
-    star->set_material_override(Models::color_material(on ? col(GOLD) : Color(0.30f, 0.24f, 0.22f), 0.85f, on));
+    star->set_material_override(Models::color_material(on ? col(GOLD) : Color(0.66f, 0.58f, 0.50f), 0.85f, on));
     const float size = on ? 1.0f : 0.82f;
     star->set_scale(Vector3(size, size, size));
 }
