@@ -148,25 +148,26 @@ Node3D *bay_tree(bool dock) {
 
 Node3D *depot_tree() {
     Node3D *at = memnew(Node3D);
-    put(at, bevel_box(Vector3(3.0f, 0.10f, 2.1f), 0.05f), pal::STONE_DARK, Vector3(0, 0.04f, 0));
+    put(at, bevel_box(Vector3(3.0f, 0.10f, 2.5f), 0.05f), pal::STONE_DARK, Vector3(0, 0.04f, -0.2f));
     for (int i = 0; i < 6; i++) {
-        put(at, bevel_box(Vector3(0.45f, 0.07f, 1.94f), 0.025f),
-            tone(pal::WOOD_LIGHT, shapes::rnd(72, i, -0.1f, 0.08f)), Vector3(-1.175f + 0.47f * float(i), 0.105f, 0));
+        put(at, bevel_box(Vector3(0.45f, 0.07f, 2.34f), 0.025f),
+            tone(pal::WOOD_LIGHT, shapes::rnd(72, i, -0.1f, 0.08f)),
+            Vector3(-1.175f + 0.47f * float(i), 0.105f, -0.2f));
     }
     // A back wall of planks under a small striped roof: a store that is open to the front.
     for (const float x : {-1.42f, 1.42f}) {
-        put(at, bevel_box(Vector3(0.18f, 1.75f, 0.18f), 0.04f), pal::WOOD_DARK, Vector3(x, 0.87f, -0.98f));
-        put(at, bevel_box(Vector3(0.16f, 0.5f, 0.16f), 0.04f), pal::WOOD, Vector3(x, 0.25f, 0.95f));
+        put(at, bevel_box(Vector3(0.18f, 1.75f, 0.18f), 0.04f), pal::WOOD_DARK, Vector3(x, 0.87f, -1.34f));
+        put(at, bevel_box(Vector3(0.16f, 0.5f, 0.16f), 0.04f), pal::WOOD, Vector3(x, 0.25f, 0.96f));
     }
     for (int i = 0; i < 3; i++) {
         put(at, bevel_box(Vector3(2.8f, 0.34f, 0.10f), 0.03f), tone(pal::WOOD, shapes::rnd(73, i, -0.06f, 0.1f)),
-            Vector3(0, 0.38f + 0.42f * float(i), -1.0f));
+            Vector3(0, 0.38f + 0.42f * float(i), -1.36f));
     }
     for (int i = 0; i < 7; i++) {
         put(at, bevel_box(Vector3(0.46f, 0.10f, 0.72f), 0.04f), i % 2 ? pal::CREAM : pal::TEAL,
-            Vector3(-1.38f + 0.46f * float(i), 1.72f, -0.82f), Vector3(22, 0, 0));
+            Vector3(-1.38f + 0.46f * float(i), 1.72f, -1.18f), Vector3(22, 0, 0));
     }
-    put(at, bevel_box(Vector3(3.3f, 0.12f, 0.14f), 0.04f), pal::WOOD_DARK, Vector3(0, 1.86f, -1.12f));
+    put(at, bevel_box(Vector3(3.3f, 0.12f, 0.14f), 0.04f), pal::WOOD_DARK, Vector3(0, 1.86f, -1.48f));
     house_parts::barrel(at, Vector3(-1.75f, 0, -0.6f), 0.8f);
     return at;
 }

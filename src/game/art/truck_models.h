@@ -20,7 +20,7 @@ Node3D *gold_truck();
 Node3D *flying_van();
 // Posts and wheel stop of a loading bay, about its zone's centre; a dock's are richer.
 Node3D *bay(bool dock);
-// Floor of a depot, 3.0 x 2.1, about its pile.
+// Floor of a depot about its zone, its top at y 0.14; the goods lie at its back, under the awning.
 Node3D *depot();
 // A board with three stars; gives the stars, left to right, none lit.
 Array star_markers(Node3D *parent, const Vector3 &at);

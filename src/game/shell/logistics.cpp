@@ -27,7 +27,7 @@ const char *const main_truck = "truck";
 constexpr double fast_belt = 3.6;
 constexpr double overflow_after = 1.0; // seconds until an ingredient is pushed in
 constexpr double out_belt_height = 0.16;
-constexpr double pile_height = 0.14; // on the depot's floor
+const Vector3 depot_pile(0, 0.14f, -0.5f); // on the back of the depot's floor: its front is left to people
 constexpr float depot_row = -4.4f;
 const Vector2 depot_zone(2.6f, 1.6f);
 
@@ -107,7 +107,7 @@ void Logistics::raise_depot(const Dictionary &entry, int level) {
         pile->set_layer_h(0.38);
         pile->set_max_items(120);
         pile->set_show_limit(15);
-        pile->set_position(Vector3(0, (real_t)pile_height, 0));
+        pile->set_position(depot_pile);
         stands->add_child(pile);
         Ref<Zone> zone = Zone::make("give", pile, floor, depot_zone, id);
         Dictionary accepts;
@@ -118,7 +118,7 @@ void Logistics::raise_depot(const Dictionary &entry, int level) {
         stands->set_meta("zone", zone);
         world.zone_list().push_back(zone);
         Node3D *plate = Scenery::zone_plate(depot_zone, "DEPOT");
-        plate->set_position(Vector3(0, 0, 1.15f));
+        plate->set_position(Vector3(0, depot_pile.y, 0));
         stands->add_child(plate);
         world.keep_node(id, stands);
     }
