@@ -41,12 +41,12 @@ Vector3 ground(const Dictionary &e, const Vector2 &offset = Vector2()) {
 
 Assembly::Assembly(World &world) : world(world) {
     builders = {
-        {"producer", &Assembly::producer}, {"stall", &Assembly::stall},   {"field", &Assembly::field},
-        {"workers", &Assembly::workers},   {"hauler", &Assembly::hauler}, {"harvester", &Assembly::harvester},
-        {"stack", &Assembly::stack},       {"shoes", &Assembly::shoes},   {"feed", &Assembly::feed},
-        {"magnet", &Assembly::magnet},     {"land", &Assembly::land},     {"final", &Assembly::final},
-        {"machine", &Assembly::machine},
-        {"truck", &Assembly::truck},       {"depot", &Assembly::depot},   {"belt", &Assembly::belt},
+        {"producer", &Assembly::producer}, {"stall", &Assembly::stall},     {"field", &Assembly::field},
+        {"workers", &Assembly::workers},   {"hauler", &Assembly::hauler},   {"harvester", &Assembly::harvester},
+        {"stack", &Assembly::stack},       {"shoes", &Assembly::shoes},     {"feed", &Assembly::feed},
+        {"magnet", &Assembly::magnet},     {"land", &Assembly::land},       {"final", &Assembly::final},
+        {"machine", &Assembly::machine},   {"factory", &Assembly::factory}, {"crew", &Assembly::crew},
+        {"truck", &Assembly::truck},       {"depot", &Assembly::depot},     {"belt", &Assembly::belt},
     };
 }
 
@@ -157,11 +157,44 @@ void Assembly::own_helpers(const Dictionary &e) {
     const Array kinds[2] = {e.get("feed_kinds", Array()), e.get("out_kinds", Array())};
     const String to[2] = {e.get("alias", ""), carry_to};
     for (int i = 0; i < 2; i++) {
-        Hauler *made = memnew(Hauler);
-        made->setup(vformat("%s#%d", e["id"], i + 1), kinds[i], to[i], ground(e, Vector2(0.8f * i - 0.4f, 3.4f)),
-                    world.zone_list());
-        world.add_child(made);
+        hire(vformat("%s#%d", e["id"], i + 1), kinds[i], to[i], ground(e, Vector2(0.8f * i - 0.4f, 3.4f)));
     }
+}
+
+void Assembly::hire(const String &name, const Array &kinds, const String &to, const Vector3 &at) {
+    Hauler *made = memnew(Hauler);
+    made->setup(name, kinds, to, at, world.zone_list());
+    world.add_child(made);
+}
+
+void Assembly::factory(const Dictionary &e, int level, bool, Outcome &out) {
+    String title = e["title"];
+    String id = e["id"];
+    if (level > 1) {
+        if (Machine *stands = Object::cast_to<Machine>(world.node_of(id))) {
+            stands->set_level(level);
+            world.trucking().set_dock_level(id, level);
+            out.toast = title + (rules::next_perk_is_speed(level - 1) ? " FASTER!" : " HOLDS MORE!");
+        }
+        return;
+    }
+    out.look_at(ground(e));
+    if (raise_machine(e)) {
+        world.trucking().build_dock(e);
+        out.toast = title + " FACTORY BUILT!";
+    }
+}
+
+// One who brings what the building needs, and one who takes its goods to the dock; a kitchen's dishes are not carried.
+void Assembly::crew(const Dictionary &e, int level, bool, Outcome &out) {
+    String building = e["factory"];
+    hire(vformat("%s#%dc", e["id"], level), e.get("kinds", Array()), building, ground(e));
+    if (static_cast<bool>(e.get("feed_only", false))) {
+        out.toast = "COOKS HIRED!";
+        return;
+    }
+    hire(vformat("%s#%dl", e["id"], level), Array::make(e["product"]), "dock_" + building, ground(e, Vector2(0.8f, 0)));
+    out.toast = "CREW HIRED!";
 }
 
 void Assembly::field(const Dictionary &e, int level, bool, Outcome &) {
@@ -225,10 +258,7 @@ void Assembly::harvester(const Dictionary &e, int level, bool, Outcome &out) {
 }
 
 void Assembly::hauler(const Dictionary &e, int level, bool, Outcome &out) {
-    Hauler *made = memnew(Hauler);
-    String id = e["id"];
-    made->setup(vformat("%s#%d", id, level), e.get("kinds", Array()), e["dst"], ground(e), world.zone_list());
-    world.add_child(made);
+    hire(vformat("%s#%d", e["id"], level), e.get("kinds", Array()), e["dst"], ground(e));
     out.toast = "HELPER HIRED!";
 }
 

@@ -41,6 +41,9 @@ private:
     void producer(const Dictionary &e, int level, bool quiet, Outcome &out);
     void stall(const Dictionary &e, int level, bool quiet, Outcome &out);
     void machine(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void factory(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void crew(const Dictionary &e, int level, bool quiet, Outcome &out);
+    void hire(const String &name, const Array &kinds, const String &to, const Vector3 &at);
     void field(const Dictionary &e, int level, bool quiet, Outcome &out);
     void workers(const Dictionary &e, int level, bool quiet, Outcome &out);
     void harvester(const Dictionary &e, int level, bool quiet, Outcome &out);

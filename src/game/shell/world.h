@@ -131,6 +131,7 @@ public:
     bool is_visiting() const override { return visiting; }
     Node *services() const override { return nullptr; }
     bool has_perk(const String &) const override { return false; }
+    bool is_night() const override { return night; }
 
     // PetYard.
     bool pet_is_home(const String &kind) const override { return pets.is_home(kind); }

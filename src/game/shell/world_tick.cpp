@@ -23,9 +23,9 @@
 #include "glebworks/glebworks.h"
 #include "glebworks/walker_core.h"
 #include "names.h"
+#include "rules/field_rules.h"
 #include "rules/offline.h"
 #include "rules/shop.h"
-#include "rules/field_rules.h"
 
 namespace tilm {
 
