@@ -36,7 +36,7 @@ class Good:
 	var target_yaw := 0.0
 	var follow_speed := 22.0
 	var hide_on_arrival := false
-	var view := Rect2(-50, -50, 100, 100)
+	static var view := Rect2(-50, -50, 100, 100).grow(3.0)
 	var fly_start := Vector3.ZERO
 	var flight_t := 1.0
 	var flight_time := 0.3
@@ -48,7 +48,7 @@ class Good:
 		add_child(shape)
 
 	func seen(p: Vector3) -> bool:
-		return view.grow(3.0).has_point(Vector2(p.x, p.z))
+		return view.has_point(Vector2(p.x, p.z))
 
 	func fly_to(pos: Vector3, dur: float) -> void:
 		fly_start = global_position
@@ -67,6 +67,9 @@ class Good:
 		rotation.y = target_yaw
 		flight_t = 1.0
 		set_process(false)
+		if hide_on_arrival:
+			hide_on_arrival = false
+			visible = false
 
 	func _process(dt: float) -> void:
 		var pos := global_position
@@ -98,19 +101,20 @@ class GoodsPile:
 	var layer_h := 0.34
 	var show_limit := 8
 
-	func slot_global(i: int) -> Vector3:
+	func slot_in(at: Transform3D, i: int) -> Vector3:
 		var index := mini(i, show_limit - 1) if show_limit > 0 else i
 		var per := cols * rows
 		var r := index % per
-		return global_transform * Vector3((r % cols - (cols - 1) / 2.0) * spacing.x, (index / per) * layer_h,
+		return at * Vector3((r % cols - (cols - 1) / 2.0) * spacing.x, (index / per) * layer_h,
 				(r / cols - (rows - 1) / 2.0) * spacing.y)
 
 	func add(it: Good, dur: float) -> void:
 		var n := items.size()
 		items.append(it)
 		counts[it.kind] = counts.get(it.kind, 0) + 1
-		it.set_target_yaw(global_rotation.y)
-		it.fly_to(slot_global(n), dur)
+		var at := global_transform
+		it.set_target_yaw(at.basis.get_euler().y)
+		it.fly_to(slot_in(at, n), dur)
 		it.follow_speed = 25.0
 		it.hide_on_arrival = show_limit > 0 and n >= show_limit
 
@@ -121,20 +125,31 @@ class GoodsPile:
 				items.remove_at(i)
 				counts[it.kind] -= 1
 				it.hide_on_arrival = false
-				it.visible = true
+				if not it.visible:
+					it.visible = true
 				reflow()
 				return it
 		return null
 
 	func reflow() -> void:
+		var at := global_transform
 		for i in mini(items.size(), show_limit if show_limit > 0 else items.size()):
 			var it: Good = items[i]
 			it.hide_on_arrival = false
-			it.visible = true
-			var slot := slot_global(i)
+			if not it.visible:
+				it.visible = true
+			var slot := slot_in(at, i)
 			if it.target != slot:
 				it.target = slot
 				it.set_process(true)
+
+
+class SlowNode:
+	extends Node3D
+	var time := 0.0
+
+	func _process(dt: float) -> void:
+		time += dt
 
 
 class SlowList:

@@ -41,8 +41,15 @@ void ZoneCore::set_mode(const String &m) {
     takes = m == "take";
 }
 
-int ZoneCore::level_of(const String &kind) const {
-    const Variant level = accepts.get(kind, Variant());
+void ZoneCore::set_makes(const String &k) {
+    makes = k;
+    makes_kind = item_kinds::intern(k);
+}
+
+namespace {
+
+// A level that is no number counts as 0.
+int level_of(const Variant &level) {
     switch (level.get_type()) {
     case Variant::INT:
         return (int)std::clamp<int64_t>((int64_t)level, -1000000, 1000000);
@@ -55,12 +62,15 @@ int ZoneCore::level_of(const String &kind) const {
     }
 }
 
-int ZoneCore::room(const String &kind) const {
-    if (!active || takes || !accepts.has(kind)) {
+} // namespace
+
+int ZoneCore::room_of(const Variant &key, KindId id) const {
+    if (!active || takes) {
         return 0;
     }
-    const PileCore *p = get_pile();
-    return p ? level_of(kind) - p->count_kind(kind) : 0;
+    const Variant level = accepts.get(key, Variant());
+    const PileCore *p = level.get_type() == Variant::NIL ? nullptr : get_pile();
+    return p ? level_of(level) - p->count_of(id) : 0;
 }
 
 bool ZoneCore::has_room_for_any(const Array &kinds) const {
@@ -88,11 +98,10 @@ int64_t ZoneCore::now_msec() {
 }
 
 int ZoneCore::claimed(const String &kind, uint64_t claimant) {
-    return claims.empty() ? 0 : claimed_at(kind, claimant, now_msec());
+    return claimed_of(item_kinds::find(kind), claimant);
 }
 
-int ZoneCore::claimed_at(const String &kind, uint64_t claimant, int64_t now) {
-    const KindId id = item_kinds::find(kind);
+int ZoneCore::sum_claims(KindId id, uint64_t claimant, int64_t now) {
     int sum = 0;
     for (size_t i = 0; i < claims.size();) {
         const Claim &c = claims[i];

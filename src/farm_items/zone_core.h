@@ -27,13 +27,15 @@ public:
     TM_FIELD(Vector3, pos, Vector3())
     TM_FIELD(Vector2, size, Vector2(2.4, 1.8))  // full width in x and z
     TM_FIELD(Dictionary, accepts, Dictionary()) // kind -> level of the pile to fill up to
-    TM_FIELD(String, makes, String())
     TM_FIELD(String, group, String())
     TM_FIELD(String, owner_group, String())
     TM_FIELD(bool, active, true)
 
     ZoneCore();
 
+    void set_makes(const String &k);
+    String get_makes() const { return makes; }
+    KindId makes_id() const { return makes_kind; }
     // "take" or "give".
     void set_mode(const String &m);
     String get_mode() const { return mode; }
@@ -49,7 +51,9 @@ public:
     }
     // How many more of a kind the pile wants; negative when it holds more than its level, 0 when the zone does not take
     // it.
-    int room(const String &kind) const;
+    int room(const String &kind) const { return room_of(kind, item_kinds::find(kind)); }
+    // The same for callers that keep a kind as the key of `accepts` beside its number.
+    int room_of(const Variant &key, KindId id) const;
     bool has_room_for_any(const Array &kinds) const;
     // The active zones that hold p, in their order.
     static Array at(const Array &zones, const Vector3 &p);
@@ -57,7 +61,10 @@ public:
     // Claims. The claimant is an engine object's instance id; the claims of a freed one do not count.
     // Sum of what others than the claimant have claimed of a kind. Forgets claims past their time.
     int claimed(const String &kind, uint64_t claimant);
-    int claimed_at(const String &kind, uint64_t claimant, int64_t now);
+    int claimed_of(KindId id, uint64_t claimant) { return claims.empty() ? 0 : sum_claims(id, claimant, now_msec()); }
+    int claimed_at(const String &kind, uint64_t claimant, int64_t now) {
+        return sum_claims(item_kinds::find(kind), claimant, now);
+    }
     static int64_t now_msec();
     void claim(uint64_t claimant, const String &kind, int n);
     void release(uint64_t claimant);
@@ -75,10 +82,12 @@ private:
         bool object;     // the claimant was a live object: its claims end with it
     };
 
-    int level_of(const String &kind) const;
+    int sum_claims(KindId id, uint64_t claimant, int64_t now);
 
     String mode;
     bool takes = true;
+    String makes;
+    KindId makes_kind = item_kinds::none;
     LiveRef<PileCore> pile;
     std::vector<Claim> claims;
 };

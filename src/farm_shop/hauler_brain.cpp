@@ -39,14 +39,14 @@ void HaulerBrain::set_zones(const Array &z) {
 void HaulerBrain::set_kinds(const Array &k) {
     kinds.clear();
     for (int64_t i = 0; i < k.size(); ++i) {
-        kinds.push_back(k[i]);
+        kinds.emplace_back(k[i]);
     }
 }
 
 Array HaulerBrain::get_kinds() const {
     Array out;
-    for (const String &k : kinds) {
-        out.push_back(k);
+    for (const Cargo &k : kinds) {
+        out.push_back(k.name);
     }
     return out;
 }
@@ -128,7 +128,7 @@ void HaulerBrain::step_load(double dt) {
         const int64_t room = destination.is_null() ? 0
                                                    : destination->room(kind) - destination->claimed(kind, walker_id) -
                                                          stack->count_kind(kind);
-        const int64_t reserve = feed_first(kind) ? trough_reserve : 0;
+        const int64_t reserve = feed_first(Cargo(kind)) ? trough_reserve : 0;
         ItemCore *item = nullptr;
         if (room >= 1 && !stack->is_full() && pile != nullptr &&
             pile->count_kind(kind) - source->claimed(kind, walker_id) > reserve) {
@@ -148,9 +148,9 @@ void HaulerBrain::step_load(double dt) {
 }
 
 String HaulerBrain::fitting_kind(StackCore *stack, const ZoneCore *zone) const {
-    for (const String &k : kinds_for(zone)) {
-        if (stack->has_kind(k) && zone->room(k) > 0) {
-            return k;
+    for (const Cargo &k : kinds_for(zone)) {
+        if (stack->has_kind(k.name) && zone->room_of(k.key, k.id) > 0) {
+            return k.name;
         }
     }
     return String();
@@ -205,12 +205,12 @@ void HaulerBrain::look_elsewhere(StackCore *stack) {
         if (!zone->get_active()) {
             continue;
         }
-        for (const String &k : kinds_for(zone.ptr())) {
-            const int64_t room = stack->has_kind(k) ? zone->room(k) : 0;
+        for (const Cargo &k : kinds_for(zone.ptr())) {
+            const int64_t room = stack->has_kind(k.name) ? zone->room_of(k.key, k.id) : 0;
             if (room > best_room) {
                 best = zone.ptr();
                 best_room = room;
-                best_kind = k;
+                best_kind = k.name;
             }
         }
     }

@@ -70,18 +70,25 @@ protected:
 private:
     static constexpr int64_t trough_reserve = 20; // left at the source while troughs are hungry
 
+    // A kind as the rules name it, as a key of `accepts`, and as its number.
+    struct Cargo {
+        Cargo(const String &k) : name(k), key(k), id(item_kinds::intern(k)) {}
+        String name;
+        Variant key;
+        KindId id;
+    };
     struct Candidate {
         int64_t want;
         ZoneCore *zone;
-        String kind;
+        Cargo cargo;
     };
 
     void refresh_lists();
     void step_choose();
     bool try_candidate(const Candidate &c);
-    ZoneCore *best_source(const String &k, const ZoneCore *to, int64_t &available) const;
-    bool feed_first(const String &k) const;
-    bool machine_wants(const String &k) const;
+    ZoneCore *best_source(KindId id, const ZoneCore *to, int64_t &available) const;
+    bool feed_first(const Cargo &c) const;
+    bool machine_wants(const Cargo &c) const;
     bool hens_forbid(const ZoneCore *to, int64_t available);
     void count_hen(const ZoneCore *to);
     void step_load(double dt);
@@ -93,12 +100,12 @@ private:
     void rest(); // gives up its claims and idles a second
     void route_to(const Vector3 &point);
     void release(const Ref<ZoneCore> &zone);
-    const std::vector<String> &kinds_for(const ZoneCore *zone) const;
+    const std::vector<Cargo> &kinds_for(const ZoneCore *zone) const;
     bool next_move(); // one good each tenth of a second
 
     Array zones;
-    std::vector<String> kinds;
-    mutable std::vector<String> accepted; // stands in for empty `kinds`, read anew for each zone
+    std::vector<Cargo> kinds;
+    mutable std::vector<Cargo> accepted; // stands in for empty `kinds`, read anew for each zone
     String dst_group;
     std::vector<String> dst_names;
     bool to_feed = false;

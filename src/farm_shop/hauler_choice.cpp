@@ -83,14 +83,14 @@ void HaulerBrain::refresh_lists() {
 }
 
 // With no kinds of its own a hauler carries whatever the destination takes.
-const std::vector<String> &HaulerBrain::kinds_for(const ZoneCore *zone) const {
+const std::vector<HaulerBrain::Cargo> &HaulerBrain::kinds_for(const ZoneCore *zone) const {
     if (!kinds.empty()) {
         return kinds;
     }
     accepted.clear();
     const Array keys = zone->get_accepts().keys();
     for (int64_t i = 0; i < keys.size(); ++i) {
-        accepted.push_back(keys[i]);
+        accepted.emplace_back(keys[i]);
     }
     return accepted;
 }
@@ -102,8 +102,8 @@ void HaulerBrain::step_choose() {
         if (!zone->get_active()) {
             continue;
         }
-        for (const String &k : kinds_for(zone.ptr())) {
-            const int64_t want = zone->room(k) - zone->claimed(k, walker_id);
+        for (const Cargo &k : kinds_for(zone.ptr())) {
+            const int64_t want = zone->room_of(k.key, k.id) - zone->claimed_of(k.id, walker_id);
             if (want > 0) {
                 candidates.push_back({want, zone.ptr(), k});
             }
@@ -121,10 +121,11 @@ void HaulerBrain::step_choose() {
 
 bool HaulerBrain::try_candidate(const Candidate &c) {
     int64_t available = 0;
-    ZoneCore *from = best_source(c.kind, c.zone, available);
-    const bool hen = c.kind == "hen";
-    const bool much = from != nullptr && available >= (hen || c.kind == "calf" ? plenty_animals : plenty);
-    const bool troughs_first = feed_first(c.kind);
+    ZoneCore *from = best_source(c.cargo.id, c.zone, available);
+    const String &good = c.cargo.name;
+    const bool hen = good == "hen";
+    const bool much = from != nullptr && available >= (hen || good == "calf" ? plenty_animals : plenty);
+    const bool troughs_first = feed_first(c.cargo);
     if (troughs_first && !much) {
         return false;
     }
@@ -133,7 +134,7 @@ bool HaulerBrain::try_candidate(const Candidate &c) {
     }
     if (!much) {
         const bool stalls_turn = hen && is_group(c.zone, "stall_hen") && hen_stall <= hen_plant;
-        if (from == nullptr || (!stalls_turn && machine_wants(c.kind))) {
+        if (from == nullptr || (!stalls_turn && machine_wants(c.cargo))) {
             return false;
         }
     }
@@ -147,7 +148,7 @@ bool HaulerBrain::try_candidate(const Candidate &c) {
     drop_claims();
     source = Ref<ZoneCore>(from);
     destination = Ref<ZoneCore>(c.zone);
-    kind = c.kind;
+    kind = good;
     source->claim(walker_id, kind, static_cast<int>(n));
     destination->claim(walker_id, kind, static_cast<int>(n));
     state = to_source;
@@ -155,16 +156,16 @@ bool HaulerBrain::try_candidate(const Candidate &c) {
     return true;
 }
 
-ZoneCore *HaulerBrain::best_source(const String &k, const ZoneCore *to, int64_t &available) const {
+ZoneCore *HaulerBrain::best_source(KindId id, const ZoneCore *to, int64_t &available) const {
     ZoneCore *best = nullptr;
     double best_score = 0.0;
     const Vector3 here = walker->get_position();
     for (const Ref<ZoneCore> &zone : takes) {
-        if (!zone->get_active() || zone->get_makes() != k) {
+        if (!zone->get_active() || zone->makes_id() != id) {
             continue;
         }
         const PileCore *pile = zone->get_pile();
-        const int64_t a = pile == nullptr ? 0 : pile->count_kind(k) - zone->claimed(k, walker_id);
+        const int64_t a = pile == nullptr ? 0 : pile->count_of(id) - zone->claimed_of(id, walker_id);
         if (a <= 0) {
             continue;
         }
@@ -180,21 +181,22 @@ ZoneCore *HaulerBrain::best_source(const String &k, const ZoneCore *to, int64_t 
     return best;
 }
 
-bool HaulerBrain::feed_first(const String &k) const {
-    if (to_feed || (k != "corn" && k != "hay")) {
+bool HaulerBrain::feed_first(const Cargo &c) const {
+    if (to_feed || (c.name != "corn" && c.name != "hay")) {
         return false;
     }
-    return std::any_of(feeds.begin(), feeds.end(),
-                       [&](const Ref<ZoneCore> &zone) { return zone->get_active() && zone->room(k) > trough_half; });
+    return std::any_of(feeds.begin(), feeds.end(), [&](const Ref<ZoneCore> &zone) {
+        return zone->get_active() && zone->room_of(c.key, c.id) > trough_half;
+    });
 }
 
-bool HaulerBrain::machine_wants(const String &k) const {
+bool HaulerBrain::machine_wants(const Cargo &c) const {
     for (const MachineNeed &need : machine_needs) {
-        if (k != need.kind || dst_group == need.machine) {
+        if (c.name != need.kind || dst_group == need.machine) {
             continue;
         }
         for (const Ref<ZoneCore> &zone : machines) {
-            if (zone->get_active() && is_group(zone.ptr(), need.machine) && zone->room(k) > 0) {
+            if (zone->get_active() && is_group(zone.ptr(), need.machine) && zone->room_of(c.key, c.id) > 0) {
                 return true;
             }
         }
@@ -230,8 +232,8 @@ bool HaulerBrain::feed_busy() const {
         if (!zone->get_active()) {
             continue;
         }
-        for (const String &k : kinds_for(zone.ptr())) {
-            if (zone->room(k) > trough_half) {
+        for (const Cargo &k : kinds_for(zone.ptr())) {
+            if (zone->room_of(k.key, k.id) > trough_half) {
                 return true;
             }
         }

@@ -145,6 +145,7 @@ void WorkerBrain::_bind_methods() {
     TM_BIND_FIELD(WorkerBrain, Variant::VECTOR3, spot);
     TM_BIND_FIELD(WorkerBrain, Variant::OBJECT, field);
     TM_BIND_FIELD(WorkerBrain, Variant::OBJECT, pallet);
+    TM_BIND_FIELD(WorkerBrain, Variant::OBJECT, puff);
     TM_BIND_FIELD(WorkerBrain, Variant::OBJECT, sfx);
 }
 

@@ -36,6 +36,11 @@ public:
     void set_field(FieldCore *f) { field.set(f); }
     PileCore *get_pallet() const { return pallet.get(); }
     void set_pallet(PileCore *p) { pallet.set(p); }
+    CPUParticles3D *get_puff() const { return puff.get(); }
+    void set_puff(CPUParticles3D *p) {
+        puff.set(p);
+        puffing = false;
+    }
     Object *get_sfx() const { return sfx.get(); }
     void set_sfx(Object *s) { sfx.set(s); }
 

@@ -111,7 +111,7 @@ void PoseBatch::pose_add(Node3D *root, Node3D *body, const Array &limbs, const R
     pose.body.set(body);
     pose.mesh = mm;
     for (int i = 0; i < max_limbs && i < limbs.size(); ++i) {
-        pose.limbs[i] = Object::cast_to<Node3D>(limbs[i]);
+        pose.limbs[i] = Object::cast_to<Node3D>(limbs[i].get_validated_object());
     }
     b.poses[static_cast<size_t>(place)] = pose;
     mark_moved(place);

@@ -34,6 +34,7 @@ void WalkerBrain::play(uint64_t sfx_id, const StringName &event) const {
 void WalkerBrain::_bind_methods() {
     ClassDB::bind_method(D_METHOD("tick", "dt"), &WalkerBrain::tick);
     ClassDB::bind_method(D_METHOD("get_walker"), &WalkerBrain::get_walker);
+    ADD_PROPERTY(PropertyInfo(Variant::OBJECT, "walker"), "", "get_walker");
 }
 
 } // namespace tilm

@@ -49,7 +49,7 @@ void WalkerCore::core_bind(Node3D *new_model, StackCore *new_stack, const Array 
     model = new_model;
     stack = new_stack;
     for (int i = 0; i < part_count; ++i) {
-        parts[i] = i < new_parts.size() ? Object::cast_to<Node3D>(new_parts[i]) : nullptr;
+        parts[i] = i < new_parts.size() ? Object::cast_to<Node3D>(new_parts[i].get_validated_object()) : nullptr;
     }
     body_y = parts[body] != nullptr ? parts[body]->get_position().y : 0.0;
     pose = PoseBatch::find(model);
@@ -282,6 +282,7 @@ void WalkerCore::_bind_methods() {
     ClassDB::bind_method(D_METHOD("core_step", "dt"), &WalkerCore::core_step);
     ClassDB::bind_method(D_METHOD("lod", "dt"), &WalkerCore::lod);
     ClassDB::bind_method(D_METHOD("rest_step", "dt"), &WalkerCore::rest_step);
+    ClassDB::bind_method(D_METHOD("rest_due", "t"), &WalkerCore::rest_due);
     ClassDB::bind_method(D_METHOD("core_animate", "dt", "carrying"), &WalkerCore::core_animate);
     ClassDB::bind_method(D_METHOD("get_model"), &WalkerCore::get_model);
     ClassDB::bind_method(D_METHOD("get_stack"), &WalkerCore::get_stack);

@@ -25,20 +25,21 @@ TEST(GoodsScript, PublishedNamesAreThere) {
         {"ItemCore",
          {"wake", "set_target", "set_target_yaw", "place", "fly_to", "is_flying", "is_batched", "core_gait",
           "core_legs", "rig_shown"},
-         {"kind", "value", "height", "target", "target_yaw", "follow_speed", "animal", "mesh_node"}},
+         {"kind", "value", "height", "target", "target_yaw", "follow_speed", "animal", "hide_on_arrival", "mesh_node"}},
         {"Item", {"create", "spawn", "_show_rig"}, {}},
         {"ItemBatchCore", {"configure", "add_self", "push", "stats"}, {"mat"}},
         {"StackCore",
          {"count", "total_cap", "is_full", "space", "count_kind", "has_kind", "set_side", "cols", "goods_count",
           "top_height", "top_global", "add", "take"},
-         {"items", "capacity", "helper", "cart", "cart_cap", "cart_grid", "max_cols", "base", "sway"}},
+         {"items", "capacity", "helper", "cart", "cart_cap", "cart_grid", "max_cols", "show_limit", "no_sign",
+          "animal_limit", "base", "sway"}},
         {"StackCarrier", {"_rope", "_ropes"}, {}},
         {"PileCore",
          {"count", "is_full", "count_kind", "recount", "slot_global", "add", "take", "drop", "_reflow", "_count_sign"},
-         {"items", "cols", "rows", "spacing", "layer_h", "max_items", "flat"}},
+         {"items", "cols", "rows", "spacing", "layer_h", "max_items", "flat", "show_limit", "sign_height", "no_sign"}},
         {"ZoneCore",
          {"has_point", "room", "has_room_for_any", "at", "claimed", "claim", "release"},
-         {"pos", "size", "mode", "pile", "accepts", "makes", "group", "active"}},
+         {"pos", "size", "mode", "pile", "accepts", "makes", "group", "owner_group", "active"}},
         {"CashCore", {"near"}, {"bills"}},
         {"CashTile", {"total", "add_money", "add_quiet", "settle", "take_bill"}, {}},
         {"MoneyCore", {}, {"items", "base", "tier_h"}},
@@ -46,6 +47,20 @@ TEST(GoodsScript, PublishedNamesAreThere) {
         {"Glebworks",
          {"set_view", "slow_add", "slow_tick", "square_at", "pose_add", "sync_poses", "push_moving", "cluster"},
          {}},
+        {"WalkerCore",
+         {"core_bind", "walk_to", "arrived", "face", "core_step", "lod", "rest_step", "rest_due", "core_animate",
+          "tick_far", "set_boost"},
+         {"speed", "rest_mult", "cover_speed", "phase", "velocity", "path", "idle", "idle_count", "rest_wait", "asleep",
+          "far_skip", "brain"}},
+        {"Walker",
+         {"build", "step_path", "rest_tick", "set_cover", "make_staff", "work_done", "_staff_apply", "can_break",
+          "feed_busy", "drop_claims", "quiet", "animate"},
+         {"id", "level", "cfg"}},
+        {"WalkerBrain", {"tick"}, {"walker"}},
+        {"WorkerBrain", {"setup", "can_break"}, {"walker", "field", "pallet", "spot", "cells", "puff", "sfx", "state"}},
+        {"HaulerBrain",
+         {"can_break", "quiet", "feed_busy", "drop_claims", "reset", "set_road_z"},
+         {"walker", "zones", "kinds", "dst_group", "state", "trough_half", "sfx"}},
     };
     ClassDBSingleton *db = ClassDBSingleton::get_singleton();
     for (const auto &row : table) {
@@ -110,6 +125,69 @@ TEST(GoodsScript, APileIsBuiltFilledAndClaimedFromByName) {
         memdelete(Object::cast_to<Node>(it)); // made loose, in no tree
     }
     EXPECT_EQ((int)pile->call("count"), 0);
+}
+
+// A whole haul written as an engine script: piles filled, a claim, a carrier and its brain stepped by hand.
+const char *const haul_script = R"(extends RefCounted
+
+func run(root: Node3D) -> Array:
+	var piles: Array[PileCore] = []
+	var zones := []
+	for i in 2:
+		var pile := Pile.new()
+		pile.cols = 2
+		pile.position = Vector3(6 * i, 0, 0)
+		root.add_child(pile)
+		piles.append(pile)
+		var zone := Zone.new()
+		zone.mode = "take" if i == 0 else "give"
+		zone.pile = pile
+		zone.pos = pile.position
+		zone.makes = "egg" if i == 0 else ""
+		zone.group = "tray" if i == 0 else "stall_egg"
+		zone.accepts = {} if i == 0 else {"egg": 5}
+		zones.append(zone)
+	for i in 8:
+		piles[0].add(Item.spawn("egg", Vector3.ZERO), 0.0)
+	zones[1].claim(root.get_instance_id(), "egg", 2)
+	var stack := StackCarrier.new()
+	stack.capacity = 4
+	var walker := Walker.new()
+	root.add_child(walker)
+	walker.add_child(stack)
+	walker.core_bind(null, stack, [])
+	var brain := HaulerBrain.new()
+	brain.zones = zones
+	brain.kinds = ["egg"]
+	brain.dst_group = "stall_egg"
+	walker.brain = brain
+	var taken := []
+	for i in 600:
+		brain.tick(1.0 / 60.0)
+		if brain.state == 3 and taken.is_empty():
+			taken = [stack.count(), zones[1].claimed("egg", 0)]
+			zones[1].release(root.get_instance_id())
+			walker.drop_claims()
+	return [piles[0].count_kind("egg"), piles[1].count_kind("egg"), stack.count(), taken, brain.walker == walker]
+)";
+
+TEST(GoodsScript, AnEngineScriptHaulsEggsByItself) {
+    Yard yard;
+    Variant script = ClassDBSingleton::get_singleton()->instantiate("GDScript");
+    Object *source = script;
+    source->set("source_code", haul_script);
+    ASSERT_EQ((int)source->call("reload"), 0);
+    Variant runner = source->call("new");
+    const Array out = static_cast<Object *>(runner)->call("run", yard.top);
+    ASSERT_EQ(out.size(), 5);
+    EXPECT_EQ((int)out[0], 3);
+    EXPECT_EQ((int)out[1], 5);
+    EXPECT_EQ((int)out[2], 0);
+    const Array under_way = out[3];
+    ASSERT_EQ(under_way.size(), 2);
+    EXPECT_EQ((int)under_way[0], 3); // two of the five were spoken for
+    EXPECT_EQ((int)under_way[1], 5);
+    EXPECT_TRUE((bool)out[4]);
 }
 
 } // namespace

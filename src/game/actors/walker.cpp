@@ -201,6 +201,8 @@ void Walker::_bind_methods() {
     ClassDB::bind_method(D_METHOD("show_level", "on"), &Walker::show_level);
     ClassDB::bind_method(D_METHOD("animate", "dt"), &Walker::animate);
     ClassDB::bind_method(D_METHOD("can_break"), &Walker::can_break);
+    ClassDB::bind_method(D_METHOD("feed_busy"), &Walker::needed);
+    ClassDB::bind_method(D_METHOD("drop_claims"), &Walker::before_break);
     ClassDB::bind_method(D_METHOD("quiet"), &Walker::quiet);
     ClassDB::bind_method(D_METHOD("get_base_speed"), &Walker::get_base_speed);
     ClassDB::bind_method(D_METHOD("get_base_capacity"), &Walker::get_base_capacity);
