@@ -149,6 +149,30 @@ TEST(Walkers, FarOnesLeaveTheFrameAndComeBack) {
     EXPECT_TRUE(lazy->is_processing());
 }
 
+TEST(Walkers, SixUnitsOutTheModelIsLeftAsItIs) {
+    Workplace place;
+    Glebworks::set_view(Rect2(-5, -5, 10, 10));
+    for (const float x : {10.9f, 11.1f}) {
+        WalkerCore *walker = place.put<WalkerCore>(Vector3(x, 0, 0));
+        Node3D *model = memnew(Node3D);
+        Node3D *lost = memnew(Node3D);
+        Array parts;
+        parts.push_back(lost); // freed before it is bound: a part that is not there
+        memdelete(lost);
+        walker->add_child(model);
+        walker->core_bind(model, nullptr, parts);
+        walker->set_idle(true);
+        walker->go(Vector3(x, 0, 4));
+        for (int i = 0; i < 10; ++i) {
+            EXPECT_EQ(walker->core_step(FRAME), x < 11);
+        }
+        walker->core_animate(FRAME, false);
+        EXPECT_FALSE(walker->get_idle());
+        EXPECT_GT(walker->get_position().z, 0.1);
+        EXPECT_EQ(model->get_rotation().y == 0, x > 11);
+    }
+}
+
 TEST(Walkers, FarListVisitsEverybodyAThirdOfASecondApart) {
     EXPECT_EQ(FarList::visits_for(0.016, 100), 7);
     EXPECT_EQ(FarList::visits_for(5.0, 100), 100);
