@@ -158,7 +158,6 @@ private:
         }
         int argc = static_cast<int>(argv.size());
         benchmark::Initialize(&argc, argv.data());
-        frames("empty", [](Stage &) {});
         goods_cases();
         staff_cases();
         Medians reporter;

@@ -65,6 +65,8 @@ PileCore *pile = nullptr;
 } // namespace
 
 void goods_cases() {
+    // The drawer of goods stands on every farm, with or without goods.
+    frames("empty", [](Stage &stage) { stage.top->add_child(memnew(BenchBatch)); });
     frames("core resting", [](Stage &stage) {
         stage.top->add_child(memnew(BenchBatch));
         const Ref<Mesh> mesh = box();
