@@ -5,6 +5,7 @@
 
 #include <godot_cpp/core/error_macros.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/item_core.h"
 #include "farm_items/pile_core.h"
 #include "farm_items/world_place.h"
@@ -39,7 +40,7 @@ ConveyorCore::~ConveyorCore() {
         if (home != nullptr && home->is_inside_tree()) {
             home->add(it, step_on);
         } else {
-            it->queue_free();
+            GoodsLedger::leave(it, "thrown away");
         }
     }
 }

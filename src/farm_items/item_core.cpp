@@ -4,6 +4,7 @@
 
 #include <godot_cpp/core/error_macros.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/item_batch_core.h"
 #include "farm_items/item_list.h"
 #include "farm_items/world_place.h"
@@ -22,6 +23,7 @@ constexpr double pi = 3.14159265358979323846;
 ItemCore::ItemCore() = default;
 
 ItemCore::~ItemCore() {
+    GoodsLedger::died(this);
     // Its children are gone by now: only the books are put right.
     mesh_id = 0;
     leave_rest();

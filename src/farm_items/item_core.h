@@ -26,6 +26,8 @@ public:
 
     String kind;
     KindId kind_id = item_kinds::none; // follows `kind`
+    uint32_t book = 0;                 // of which farm's books it is part, 0: of none
+    const char *leaves_by = nullptr;   // the verb that takes it out of the world
     Vector3 target;
     double target_yaw = 0.0;
 

@@ -48,4 +48,10 @@ KindId intern(const String &kind) {
     return id;
 }
 
+String name_of(KindId id) {
+    const auto &names = table().names;
+    return id >= 1 && static_cast<size_t>(id) <= names.size() ? String(names[static_cast<size_t>(id) - 1].c_str())
+                                                              : String();
+}
+
 } // namespace tilm::item_kinds

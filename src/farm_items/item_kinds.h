@@ -20,5 +20,8 @@ KindId intern(const String &kind);
 // The number of a name that some item or rule already carries, otherwise `unknown`.
 KindId find(const String &kind);
 
+// The name behind a number, empty for `none` and `unknown`.
+String name_of(KindId id);
+
 } // namespace item_kinds
 } // namespace tilm

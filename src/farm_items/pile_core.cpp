@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/world_place.h"
 #include "rules/stacking.h"
 
@@ -130,7 +131,7 @@ void PileCore::drop(const String &k, int n) {
         if (any || items[i]->kind_id == id) {
             ItemCore *it = items.remove_at(i);
             count_up(it->kind_id, -1);
-            it->queue_free();
+            GoodsLedger::leave(it);
             n--;
         }
     }

@@ -4,6 +4,7 @@
 
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "glebworks/glebworks.h"
 #include "names.h"
 #include "rules/shop.h"
@@ -329,6 +330,7 @@ void CounterCore::step_ghosts(double d) {
     pay_clock -= t;
     const GhostRecord sold = head; // _pay may be a script's
     if (need > 0) {
+        const GoodsVerb verb("sold");
         stock.get()->drop(sold.kind, static_cast<int>(need));
     }
     call(TM_NAME("_pay"), sold.kind, need, sold.vip, rules::mood_after(sold.wait, patience), true);

@@ -4,6 +4,7 @@
 
 #include <godot_cpp/variant/packed_string_array.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/pile_core.h"
 #include "farm_items/stack_core.h"
 #include "glebworks/walker_core.h"
@@ -241,7 +242,7 @@ void HaulerBrain::step_give_back(double dt) {
             pile->add(item, 0.25);
             play(sfx.id(), TM_NAME("worker_drop"));
         } else {
-            item->queue_free();
+            GoodsLedger::leave(item, "thrown away");
         }
     }
 }

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/stack_core.h"
 #include "glebworks/walker_core.h"
 #include "names.h"
@@ -86,6 +87,7 @@ void WorkerBrain::step_harvest(FieldCore *f) {
     const Vector3 p = walker->get_position() + walker->forward() * cut_ahead;
     tally += f->collect_at(p, cut_cells, cut_radius);
     while (tally >= cells && !stack->is_full()) {
+        const GoodsVerb verb("cut");
         ItemCore *item = Object::cast_to<ItemCore>(walker->call(TM_NAME("new_item")));
         if (item == nullptr) {
             break;

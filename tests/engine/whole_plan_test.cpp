@@ -147,7 +147,7 @@ TEST(WholePlan, EveryEntryIsBoughtAndRaised) {
     Ear ear;
     Notices::set_current(&ear);
     world->levels()["ballast"] = 3000; // no gate holds anything back
-    world->money = 4'000'000'000'000'000;
+    world->set_money(4'000'000'000'000'000);
     world->_refresh_tiles();
 
     Array plan = FarmData::plan();

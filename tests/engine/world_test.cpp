@@ -7,6 +7,7 @@
 #include <godot_cpp/variant/utility_functions.hpp>
 
 #include "engine_test.h"
+#include "farm_items/goods_ledger.h"
 #include "farm_items/pile_core.h"
 #include "game/actors/cash_tile.h"
 #include "game/actors/crop_field.h"
@@ -452,6 +453,31 @@ TEST_F(WorldTest, ABoughtLandIsShownAndThenTold) {
     step_seconds(3.0);
     EXPECT_EQ(told, String("food"));
     EXPECT_FALSE(world->land_scene());
+}
+
+TEST_F(WorldTest, TheBooksTellWhatComesAndGoesOutsideTheVerbs) {
+    Dictionary levels;
+    levels["coop_a"] = 2;
+    save->data = farm(100, levels);
+    open();
+    step_seconds(59.0);
+    EXPECT_TRUE(GoodsLedger::take_faults().none()) << "a farm at work keeps its books";
+    EXPECT_GT(GoodsLedger::came_by("produced"), 0);
+    EXPECT_GT(GoodsLedger::went_by("eaten"), 0);
+    EXPECT_EQ(world->unaccounted_money(), 0);
+    // A good out of nowhere, one that is simply freed, and money by hand: each is told at the minute.
+    expect_engine_error("ledger: 1 milk came from nowhere");
+    expect_engine_error("ledger: 1 egg went nowhere");
+    expect_engine_error("ledger: 4 dollars too many on the cash tiles, 5 in the purse");
+    Item::spawn("milk", Vector3());
+    {
+        const GoodsVerb verb("given");
+        Item::spawn("egg", Vector3())->queue_free();
+    }
+    egg_cash()->add_money(10, 10, Vector3());
+    egg_cash()->bill_list()[0]->set_value(14);
+    world->money += 5;
+    step_seconds(62.0);
 }
 
 TEST_F(WorldTest, TheBotPlaysTheFirstLoop) {

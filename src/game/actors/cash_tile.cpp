@@ -76,6 +76,7 @@ int64_t CashTile::total() const {
 
 void CashTile::add_money(int64_t amount, int64_t unit, const Vector3 &from) {
     unit = std::max<int64_t>(unit, 1);
+    booked += static_cast<uint64_t>(std::max<int64_t>(amount, 0));
     const int room = std::max(1, max_bills);
     while (amount > 0) {
         if (bills.size() >= room) {
@@ -103,6 +104,7 @@ void CashTile::add_quiet(int64_t amount, int64_t unit) {
         add_money(amount, amount, world_position(this));
         return;
     }
+    booked += static_cast<uint64_t>(amount);
     add_value(bills.back(), amount);
     refresh_sign();
 }
@@ -114,6 +116,7 @@ void CashTile::settle() {
             ItemCore *bill = bills[i];
             if (bill->get_value() > pending_unit) {
                 bill->set_value(bill->get_value() - pending_unit);
+                booked -= static_cast<uint64_t>(pending_unit); // it only moves
                 add_money(pending_unit, pending_unit, world_position(this) + Vector3(0, 0.4f, 0));
                 return;
             }
@@ -133,6 +136,7 @@ Item *CashTile::take_bill() {
     }
     bills.remove(bill);
     get_pile()->take_item(bill);
+    booked -= static_cast<uint64_t>(bill->get_value());
     refresh_sign();
     return bill;
 }

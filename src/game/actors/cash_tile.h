@@ -35,6 +35,9 @@ public:
     Item *take_bill();
     Pile *get_pile();
     String get_sign_text() const; // "" while hidden
+    // What was laid here less what was taken: total(), unless money got lost or was made twice.
+    void rebook() { booked = static_cast<uint64_t>(total()); }
+    int64_t get_booked() const { return static_cast<int64_t>(booked); }
 
     void _ready() override;
 
@@ -47,6 +50,7 @@ private:
     Pile *pile = nullptr; // a child, made when first needed
     Label3D *sign = nullptr;
     int64_t shown = -1;
+    uint64_t booked = 0;
 };
 
 } // namespace tilm

@@ -4,6 +4,7 @@
 
 #include <godot_cpp/classes/property_tweener.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "game/actors/person_look.h"
 #include "game/actors/stack_carrier.h"
 #include "game/art/models.h"
@@ -249,7 +250,7 @@ void Customer::gone() {
         return;
     }
     while (tower != nullptr && tower->count() > 0) {
-        tower->take(String())->queue_free();
+        GoodsLedger::leave(tower->take(String()), "sold");
     }
     if (pooled && pool.size() < pool_limit) {
         stop_tweens();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/world_place.h"
 #include "game/actors/item.h"
 #include "game/actors/person_look.h"
@@ -52,7 +53,7 @@ void Ghost::_notification(int what) {
     // Goods stand under the farm's root, not under who carries them.
     if (what == NOTIFICATION_PREDELETE && tower != nullptr) {
         while (ItemCore *good = tower->take(String())) {
-            good->queue_free();
+            GoodsLedger::leave(good, "pictured");
         }
     }
 }
@@ -180,12 +181,13 @@ void Ghost::reconcile(const String &text) {
     for (int i = tower->list().size() - 1; i >= 0; --i) {
         const String kind = tower->list()[i]->get_kind();
         if (tower->count_kind(kind) > wish(kind)) {
-            tower->take(kind)->queue_free(); // the newest of its kind, which lies at i
+            GoodsLedger::leave(tower->take(kind), "pictured"); // the newest of its kind, which lies at i
         }
     }
     const Vector3 from = world_position(this) + Vector3(0, 1.2f, 0);
     for (const auto &[kind, n] : wanted) {
         for (int have = tower->count_kind(kind); have < n; ++have) {
+            const GoodsVerb verb("pictured");
             tower->add(Item::spawn(kind, from));
         }
     }

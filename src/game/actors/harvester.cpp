@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/pile_core.h"
 #include "game/actors/crop_field.h"
 #include "game/actors/item.h"
@@ -205,6 +206,7 @@ void Harvester::_ship() {
     }
     const Vector3 from = get_global_position() + Vector3(0, 1.6f, 0);
     for (int i = 0; i < n; ++i) {
+        const GoodsVerb verb("cut");
         p->add(Item::spawn(f->get_crop(), from), 0.3 + i * 0.04);
     }
     carried -= n;

@@ -2,6 +2,7 @@
 
 #include <godot_cpp/core/error_macros.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "game/art/models.h"
 #include "game/ports/farm.h"
 #include "glebworks/live_ref.h"
@@ -86,6 +87,7 @@ Item *Item::spawn(const String &kind, const Vector3 &pos) {
     root->add_child(it);
     it->place(pos);
     if (!is_money(kind)) {
+        GoodsLedger::born(it);
         if (Farm *farm = Farm::current()) {
             farm->stat_add("made:" + kind, 1);
         }

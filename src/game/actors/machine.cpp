@@ -9,6 +9,7 @@
 #include <godot_cpp/variant/callable_method_pointer.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/world_place.h"
 #include "game/actors/item.h"
 #include "game/data/farm_data.h"
@@ -217,6 +218,7 @@ void Machine::make() {
         if (chosen < 0 && get_cook() != nullptr) {
             meat_pending += 1;
         } else {
+            const GoodsVerb verb("manufactured");
             out->add(Item::spawn(kind, at), i * 0.08 + 0.35);
         }
     }
@@ -225,6 +227,7 @@ void Machine::make() {
 
 void Machine::swallow(ItemCore *item, const Vector3 &at) {
     item->fly_to(at, swallow_seconds);
+    GoodsLedger::mark_leaving(item, "used");
     if (!is_inside_tree()) {
         item->queue_free();
         return;
@@ -254,6 +257,7 @@ void Machine::deliver_meat(const Vector3 &from) {
     meat_pending = 0;
     for (int i = 0; i < n; ++i) {
         const Vector3 jitter(between(-0.12, 0.12), between(-0.12, 0.12), between(-0.12, 0.12));
+        const GoodsVerb verb("manufactured");
         out->add(Item::spawn(product, from + jitter), std::min(i, 12) * 0.03 + 0.3);
     }
     Sfx::sound_at(TM_NAME("worker_pick"), get_instance_id(), from);

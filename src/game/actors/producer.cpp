@@ -4,6 +4,7 @@
 
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/pile_core.h"
 #include "game/actors/item.h"
 #include "game/actors/producer_animals.h"
@@ -79,6 +80,7 @@ int Producer::give_start_feed() {
     }
     const int n = std::min(rules::start_feed_items, rules::trough_room - pile->count());
     for (int i = 0; i < n; ++i) {
+        const GoodsVerb verb("given");
         pile->add(Item::spawn(feed_kind(), pile->slot_global(pile->count())), 0.05);
     }
     return std::max(0, n);
@@ -130,7 +132,7 @@ bool Producer::_eat() {
     if (meal == nullptr) {
         return false;
     }
-    meal->queue_free();
+    GoodsLedger::leave(meal, "eaten");
     fed = row == nullptr ? 0 : std::max(0, row->meals - 1);
     return true;
 }
@@ -157,6 +159,7 @@ void Producer::_buy_feed() {
     }
     farm->stat_add("bought:" + feed, need);
     for (int i = 0; i < need; ++i) {
+        const GoodsVerb verb("bought");
         pile->add(Item::spawn(feed, pile->slot_global(pile->count()) + Vector3(0, 1.5f, 0)), 0.25);
     }
     Sfx::sound_at(TM_NAME("grain_pour"), get_instance_id(), pile->get_global_position());
@@ -231,6 +234,7 @@ void Producer::regrow_tick(double dt) {
 
 void Producer::spawn_on_tray(const Vector3 &from, double flight) {
     if (PileCore *tray = get_tray()) {
+        const GoodsVerb verb("produced");
         tray->add(Item::spawn(product, from), flight);
     }
 }

@@ -6,6 +6,7 @@
 #include <godot_cpp/variant/callable_method_pointer.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/pile_core.h"
 #include "farm_items/world_place.h"
 #include "game/actors/item.h"
@@ -149,6 +150,7 @@ void SupplyVan::drop() {
             }
             const Vector3 scatter((real_t)UtilityFunctions::randf_range(-0.4, 0.4), 1.2f,
                                   (real_t)UtilityFunctions::randf_range(-0.3, 0.3));
+            const GoodsVerb verb("supplied");
             p->add(Item::spawn(kinds[i], from + scatter), drop_flight);
         }
     }

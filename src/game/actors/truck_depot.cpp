@@ -6,6 +6,7 @@
 #include <godot_cpp/variant/callable_method_pointer.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/world_place.h"
 #include "game/actors/cash_tile.h"
 #include "game/actors/sell_counter.h"
@@ -296,6 +297,7 @@ void TruckDepot::_leave() {
 
 void TruckDepot::_gone() {
     if (PileCore *bed = get_bed()) {
+        const GoodsVerb verb("shipped");
         bed->drop(String(), bed->count());
     }
     if (Node3D *shown = body.get()) {

@@ -6,6 +6,7 @@
 #include <godot_cpp/classes/time.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_items/zone_core.h"
 #include "game/actors/cash_tile.h"
 #include "game/actors/item.h"
@@ -131,6 +132,7 @@ void FarmDocument::load_piles(const Dictionary &piles) {
                 continue;
             }
             for (int64_t j = 0; j < n && !pile->is_full(); j++) {
+                const GoodsVerb verb("loaded");
                 pile->add(Item::spawn(kind, pile->slot_global(pile->count())), LOAD_FLIGHT);
             }
         }
@@ -163,6 +165,7 @@ void FarmDocument::load_carry(const Array &kinds) {
     for (int i = 0; i < kinds.size() && !tower->is_full(); i++) {
         String kind = kinds[i];
         if (FarmData::prices().has(kind)) {
+            const GoodsVerb verb("loaded");
             tower->add(Item::spawn(kind, tower->top_global()));
         }
     }

@@ -6,6 +6,8 @@
 #include <godot_cpp/classes/performance.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_items/goods_ledger.h"
+#include "game/actors/cash_tile.h"
 #include "game/actors/hauler.h"
 #include "game/actors/worker.h"
 #include "game/shell/world.h"
@@ -41,6 +43,9 @@ void FarmReport::step(double delta, bool bot) {
     }
     if (count % LINES_PER_MINUTE == 0) {
         flow.flush();
+        if (debug) {
+            check_books();
+        }
         if (bot) {
             money_lines();
         }
@@ -75,6 +80,31 @@ void FarmReport::busy_line() const {
         }
     }
     UtilityFunctions::print(vformat("TILMARCH busy haulers=%d/%d workers=%d/%d", carrying, haulers, cutting, workers));
+}
+
+// Proves that no good and no dollar came or went outside the verbs. A fault is told once, with what it is about.
+void FarmReport::check_books() {
+    const GoodsLedger::Faults faults = GoodsLedger::take_faults();
+    for (const auto &[kind, n] : faults.came) {
+        ERR_PRINT(vformat("TILMARCH ledger: %d %s came from nowhere", n, String(kind.c_str())));
+    }
+    for (const auto &[kind, n] : faults.went) {
+        ERR_PRINT(vformat("TILMARCH ledger: %d %s went nowhere", n, String(kind.c_str())));
+    }
+    int64_t lying = 0;
+    int64_t off = 0;
+    for (const CashTile *tile : world.cash_list()) {
+        lying += tile->total();
+        off += tile->total() - tile->get_booked();
+    }
+    if (off != 0 || world.unaccounted_money() != 0) {
+        ERR_PRINT(vformat("TILMARCH ledger: %d dollars too many on the cash tiles, %d in the purse", off,
+                          world.unaccounted_money()));
+        world.rebase_books();
+    }
+    UtilityFunctions::print(vformat("TILMARCH ledger goods in=%d out=%d here=%d money lying=%d purse=%d",
+                                    GoodsLedger::came(), GoodsLedger::went(), GoodsLedger::here(), lying,
+                                    world.money_now()));
 }
 
 void FarmReport::money_lines() {

@@ -24,6 +24,7 @@ private:
     void frame_line() const;
     void busy_line() const;
     void money_lines();
+    void check_books();
 
     double clock = 0;
     int count = 0;

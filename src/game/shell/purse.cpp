@@ -42,8 +42,21 @@ void Purse::note_tier(int before) {
     world.buzz(120);
 }
 
+void Purse::change(int64_t by) {
+    world.money += by;
+    accounted += by;
+}
+
+void Purse::rebase() {
+    accounted = world.money;
+}
+
+int64_t Purse::unaccounted() const {
+    return world.money - accounted;
+}
+
 void Purse::pay(int64_t amount, const Vector3 &to) {
-    world.money -= amount;
+    change(-amount);
     MoneyStack *stack = world.farmer()->money_stack();
     int before = stack->count();
     display(nullptr, &to);
@@ -62,7 +75,7 @@ void Purse::gain(int64_t amount, const Vector3 &from) {
         return;
     }
     int tier = world.farmer()->money_stack()->get_tier();
-    world.money += amount;
+    change(amount);
     other += amount;
     display(Item::spawn("bill", from), nullptr);
     note_tier(tier);
@@ -72,7 +85,7 @@ bool Purse::spend_quiet(int64_t amount) {
     if (amount < 0 || world.money < amount || world.is_visiting()) {
         return false;
     }
-    world.money -= amount;
+    change(-amount);
     show();
     return true;
 }
@@ -82,7 +95,7 @@ void Purse::collect(Item *bill) {
     int64_t bonus = rules::round_half_away((cash_multiplier - 1.0) * static_cast<double>(amount));
     int64_t total = amount + bonus;
     int tier = world.farmer()->money_stack()->get_tier();
-    world.money += total;
+    change(total);
     sales += total;
     world.mission_event("earn", "", total);
     world.tutorial_event("cash");

@@ -23,6 +23,11 @@ public:
     // Shows the sum without a source.
     void show();
 
+    // The sum is set from outside the verbs: by a loaded farm, an option, a test.
+    void rebase();
+    // What the farm holds beyond what the verbs account for; 0 unless money was made or lost outside of them.
+    int64_t unaccounted() const;
+
     // Session totals, not saved.
     int64_t sales = 0;
     int64_t missions = 0;
@@ -31,6 +36,9 @@ public:
 
 private:
     World &world;
+    int64_t accounted = 0;
+
+    void change(int64_t by);
 
     void display(Item *from, const Vector3 *to);
     void note_tier(int before);

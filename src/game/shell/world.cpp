@@ -5,6 +5,7 @@
 #include <godot_cpp/classes/scene_tree.hpp>
 #include <godot_cpp/classes/scene_tree_timer.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "game/actors/cash_tile.h"
 #include "game/actors/item.h"
 #include "game/actors/item_batch.h"
@@ -105,8 +106,11 @@ void World::_notification(int what) {
     case NOTIFICATION_WM_CLOSE_REQUEST:
     case NOTIFICATION_APPLICATION_PAUSED:
     case NOTIFICATION_APPLICATION_FOCUS_OUT:
+        _save();
+        break;
     case NOTIFICATION_EXIT_TREE:
         _save();
+        GoodsLedger::close();
         break;
     case NOTIFICATION_WM_GO_BACK_REQUEST:
         if (hud_node && !building_now && !hud_node->panel_open()) {
@@ -134,6 +138,22 @@ void World::gain(int64_t amount, const Vector3 &from) {
 
 bool World::spend_quiet(int64_t amount) {
     return purse->spend_quiet(amount);
+}
+
+void World::set_money(int64_t sum) {
+    money = sum;
+    purse->rebase();
+}
+
+int64_t World::unaccounted_money() const {
+    return purse->unaccounted();
+}
+
+void World::rebase_books() {
+    purse->rebase();
+    for (CashTile *tile : cash_tiles) {
+        tile->rebook();
+    }
 }
 
 int64_t World::get_sales() const {

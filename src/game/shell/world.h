@@ -102,8 +102,10 @@ public:
     int64_t get_sales() const;
     int64_t get_other_income() const;
     int64_t get_mission_income() const;
-    int64_t item_count() const;    // goods and bills that are nodes of their own
-    int64_t batched_items() const; // goods that lie in the batch
+    void rebase_books();               // from now on the sums are right as they are
+    int64_t unaccounted_money() const; // beyond what the money verbs account for
+    int64_t item_count() const;        // goods and bills that are nodes of their own
+    int64_t batched_items() const;     // goods that lie in the batch
 
     // Looks.
     void _burst(const Vector3 &pos, const Color &color);
@@ -162,7 +164,9 @@ public:
     Callable refresh_call() override;
 
     // Fields of the farm document.
-    TM_FIELD(int64_t, money, 0)
+    int64_t money = 0; // changed by the money verbs; set_money() is for tests and diagnostics
+    int64_t get_money() const { return money; }
+    void set_money(int64_t sum);
     TM_FIELD(int64_t, gold_eggs, 0)
     TM_FIELD(Dictionary, tools, Dictionary())
     TM_FIELD(bool, won, false)

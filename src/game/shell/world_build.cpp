@@ -4,6 +4,7 @@
 #include <godot_cpp/classes/viewport.hpp>
 #include <godot_cpp/variant/callable_method_pointer.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_shop/hauler_brain.h"
 #include "game/actors/item.h"
 #include "game/actors/item_batch.h"
@@ -42,6 +43,7 @@ void World::_ready() {
     FarmData::strip_extras();
     set_process_mode(PROCESS_MODE_DISABLED);
     Farm::set_current(this);
+    GoodsLedger::open();
     HaulerBrain::clear_hens();
     build_scene();
     set_under_construction(this);
@@ -201,6 +203,7 @@ void World::finish_ready() {
     if (options.max_farm) {
         money = 3000000000;
     }
+    purse->rebase();
     recalc();
     purchases.refresh_tiles();
     progress();

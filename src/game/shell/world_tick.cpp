@@ -3,6 +3,7 @@
 #include <godot_cpp/classes/input.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
+#include "farm_items/goods_ledger.h"
 #include "farm_shop/machine_core.h"
 #include "game/actors/crop_field.h"
 #include "game/actors/item.h"
@@ -138,6 +139,7 @@ void World::cut_crops() {
         }
         while (tally >= field->get_cells() && !tower->is_full()) {
             tally -= field->get_cells();
+            const GoodsVerb verb("cut");
             tower->add(Item::spawn(field->get_crop(), tower->top_global() + Vector3(0, GOOD_RISE, 0)));
             Sfx::sound(TM_NAME("item_pick"));
         }
