@@ -190,7 +190,16 @@ void build_sheep(Node3D *body, bool shorn) {
     put(tail, ball(Vector3(0.11f, 0.12f, 0.10f), 6, 3), wool, Vector3(0, -0.02f, 0.04f));
 }
 
-void build_fish(Node3D *body, const Color &scale) {
+// Three kinds: a silver blue one, a long striped one, a tall golden one.
+void build_fish(Node3D *root, int kind) {
+    const Color scale = pal::col(kind == 0 ? 0x4fa3d9 : kind == 1 ? 0x7fb04a : 0xf0a830);
+    Node3D *body = joint(root, "Shape", Vector3());
+    body->set_scale(kind == 0 ? Vector3(1, 1, 1) : kind == 1 ? Vector3(0.85f, 0.8f, 1.25f) : Vector3(1, 1.3f, 0.9f));
+    if (kind == 1) {
+        for (const float z : {-0.12f, 0.0f, 0.12f}) {
+            put(body, ball(Vector3(0.13f, 0.17f, 0.03f), 7, 3), pal::LEAF_DARK, Vector3(0, 0.26f, z));
+        }
+    }
     put(body,
         loft({{-0.30f, 0.05f, 0.08f},
               {-0.12f, 0.12f, 0.19f},
@@ -204,7 +213,7 @@ void build_fish(Node3D *body, const Color &scale) {
     put(body, loft({{-0.12f, 0.02f, 0.05f}, {0.1f, 0.03f, 0.13f, 0, 0.05f}}, 4), pal::ORANGE, Vector3(0, 0.42f, 0.02f),
         LAID);
     eye_pair(body, 0.10f, 0.27f, -0.22f, 0.04f);
-    Node3D *tail = joint(body, "Tail", Vector3(0, 0.22f, 0.28f));
+    Node3D *tail = joint(root, "Tail", Vector3(0, 0.22f, 0.28f) * body->get_scale());
     put(tail, loft({{-0.24f, 0.02f, 0.20f}, {-0.13f, 0.03f, 0.08f}, {0.04f, 0.05f, 0.07f}}, 6), pal::ORANGE, Vector3(),
         LAID);
 }
@@ -244,8 +253,8 @@ Node3D *animal_tree(const String &product) {
         build_sheep(body, false);
     } else if (product == String("wool_shorn")) {
         build_sheep(body, true);
-    } else if (product == String("fish")) {
-        build_fish(body, pal::col(0x4fa3d9));
+    } else if (product.begins_with("fish")) {
+        build_fish(body, int(product.trim_prefix("fish").to_int()) % 3);
     } else if (product == String("honey")) {
         build_bee(body);
     } else {

@@ -22,12 +22,27 @@ Node3D *tree_of(int stage) {
     const Vector3 home(-0.6f, 0, -0.5f);
     walls(at, home, Vector3(4.4f, 1.9f, 3.0f), 1.35f, wall, trim);
     roof(at, home + Vector3(0, 1.9f, 0), 2.25f, 1.42f, 3.2f, tiles);
-    // A wing whose roof turns its slope to the front.
+    // The first stage adds a wing whose roof turns its slope to the front, the second a tower on it.
     const Vector3 wing = home + Vector3(3.05f, 0, 0.45f);
-    put(at, bevel_box(Vector3(2.0f, 1.5f, 2.1f), 0.05f), pal::tone(wall, -0.04f), wing + Vector3(0, 0.8f, 0));
-    put(at, bevel_box(Vector3(2.3f, 0.16f, 1.6f), 0.05f), tiles, wing + Vector3(0, 1.86f, 0.55f), Vector3(32, 0, 0));
-    put(at, bevel_box(Vector3(2.3f, 0.16f, 1.6f), 0.05f), pal::tone(tiles, -0.08f), wing + Vector3(0, 1.86f, -0.65f),
-        Vector3(-32, 0, 0));
+    if (stage > 1) {
+        put(at, bevel_box(Vector3(1.5f, 2.5f, 1.5f), 0.05f, 0.97f), wall, wing + Vector3(0.1f, 2.2f, -0.2f));
+        put(at, loft({{0, 1.25f, 1.25f}, {0.25f, 1.1f, 1.1f}, {1.3f, 0, 0}}, 8, 0.8f), tiles,
+            wing + Vector3(0.1f, 3.4f, -0.2f));
+        window(at, wing + Vector3(0.1f, 2.9f, 0.56f), 0.6f, 0.6f, trim);
+    }
+    if (stage > 2) {
+        put(at, loft({{0, 0.06f, 0.06f}, {0.9f, 0.05f, 0.05f}}, 6), pal::STONE_DARK,
+            wing + Vector3(0.1f, 4.55f, -0.2f));
+        put(at, bevel_box(Vector3(0.7f, 0.4f, 0.08f), 0.02f), pal::YELLOW, wing + Vector3(0.45f, 5.2f, -0.2f));
+    }
+    if (stage > 0) {
+        put(at, bevel_box(Vector3(2.0f, 1.5f, 2.1f), 0.05f), pal::tone(wall, -0.04f), wing + Vector3(0, 0.8f, 0));
+        put(at, bevel_box(Vector3(2.3f, 0.16f, 1.6f), 0.05f), tiles, wing + Vector3(0, 1.86f, 0.55f),
+            Vector3(32, 0, 0));
+        put(at, bevel_box(Vector3(2.3f, 0.16f, 1.6f), 0.05f), pal::tone(tiles, -0.08f),
+            wing + Vector3(0, 1.86f, -0.65f), Vector3(-32, 0, 0));
+        window(at, wing + Vector3(0, 0.95f, 1.07f), 0.65f, 0.55f, trim);
+    }
     // Porch.
     const float front = 1.02f;
     put(at, bevel_box(Vector3(3.0f, 0.2f, 1.2f), 0.05f), pal::WOOD, home + Vector3(-0.2f, 0.12f, front + 1.05f));
@@ -42,7 +57,6 @@ Node3D *tree_of(int stage) {
     window(at, home + Vector3(-1.45f, 1.15f, front + 0.49f), 0.6f, 0.6f, trim);
     window(at, home + Vector3(1.2f, 1.15f, front + 0.49f), 0.6f, 0.6f, trim);
     window(at, home + Vector3(0, 2.35f, front + 0.45f), 0.55f, 0.5f, trim);
-    window(at, wing + Vector3(0, 0.95f, 1.07f), 0.65f, 0.55f, trim);
     for (int step = 0; step < 2; step++) {
         put(at, bevel_box(Vector3(1.1f, 0.12f, 0.4f), 0.03f), pal::STONE,
             home + Vector3(-0.2f, 0.06f, front + 1.75f + 0.3f * float(step)));

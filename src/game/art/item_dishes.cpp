@@ -35,7 +35,7 @@ void grilled_chicken(Node3D *at) {
             Vector3(50, 0, side * -30));
         put(at, ball(Vector3(0.04f, 0.04f, 0.04f), 6, 3), pal::WHITE, Vector3(side * 0.17f, 0.27f, 0.17f));
     }
-    put(at, ball(Vector3(0.08f, 0.05f, 0.05f), 6, 3), pal::GREEN, Vector3(0, 0.08f, 0.2f));
+    put(at, ball(Vector3(0.08f, 0.05f, 0.05f), 5, 2), pal::GREEN, Vector3(0, 0.08f, 0.2f));
 }
 
 void steak(Node3D *at) {
@@ -47,18 +47,18 @@ void steak(Node3D *at) {
             Vector3(-0.03f, 0.15f, -0.06f + 0.1f * float(i)), Vector3(0, 35, 0));
     }
     put(at, ball(Vector3(0.06f, 0.05f, 0.06f), 6, 3), pal::RED, Vector3(0.17f, 0.09f, 0.08f));
-    put(at, ball(Vector3(0.08f, 0.05f, 0.06f), 6, 3), pal::GREEN, Vector3(0.05f, 0.09f, 0.18f));
+    put(at, ball(Vector3(0.08f, 0.05f, 0.06f), 5, 2), pal::GREEN, Vector3(0.05f, 0.09f, 0.18f));
 }
 
 void burger(Node3D *at) {
     put(at, loft({{0, 0.18f, 0.18f}, {0.08f, 0.2f, 0.2f}}, 9), 0xdb964b, Vector3());
     put(at, loft({{0.08f, 0.23f, 0.23f}, {0.12f, 0.215f, 0.215f}}, 9), pal::GREEN, Vector3(), Vector3(0, 20, 0));
     put(at, loft({{0.12f, 0.2f, 0.2f}, {0.19f, 0.2f, 0.2f}}, 9), pal::BROWN, Vector3());
-    put(at, bevel_box(Vector3(0.37f, 0.04f, 0.37f), 0.01f), pal::YELLOW, Vector3(0, 0.20f, 0), Vector3(0, 45, 0));
+    put(at, loft({{0.185f, 0.26f, 0.26f}, {0.225f, 0.26f, 0.26f}}, 4), pal::YELLOW, Vector3());
     put(at, loft({{0.22f, 0.21f, 0.21f}, {0.29f, 0.19f, 0.19f}, {0.36f, 0.10f, 0.10f}, {0.375f, 0, 0}}, 9), 0xe3a352,
         Vector3());
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.03f, 0.025f, 0.03f), 5, 3), pal::CREAM,
+        put(at, ball(Vector3(0.035f, 0.03f, 0.035f), 4, 2), pal::CREAM,
             Vector3(0.1f * std::sin(float(i) * 1.257f), 0.345f, 0.1f * std::cos(float(i) * 1.257f)));
     }
 }

@@ -63,7 +63,7 @@ void wheat(Node3D *at) {
 
 void sunflower(Node3D *at) {
     for (int i = 0; i < 9; i++) {
-        put(at, ball(Vector3(0.085f, 0.05f, 0.15f), 6, 3), i % 2 ? pal::YELLOW : pal::ORANGE,
+        put(at, ball(Vector3(0.09f, 0.05f, 0.15f), 5, 2), i % 2 ? pal::YELLOW : pal::ORANGE,
             Vector3(0.185f * std::sin(float(i) * 0.698f), 0.17f, 0.185f * std::cos(float(i) * 0.698f)),
             Vector3(-14, float(i) * 40, 0));
     }
@@ -86,10 +86,48 @@ void fish(Node3D *at) {
     tree->set_position(Vector3(0.22f, 0, -0.22f));
 }
 
-void carried(Node3D *at, const char *product, float scale) {
-    Node3D *tree = model_rigs::animal_tree(product);
-    tree->set_scale(Vector3(scale, scale, scale));
-    at->add_child(tree);
+// Live animals as goods: many lie on one pallet, so that they are drawn with a third of a pen animal's facets.
+void carried_calf(Node3D *at) {
+    const Color coat = pal::col(0xc98350);
+    put(at, loft({{-0.27f, 0.11f, 0.12f}, {-0.02f, 0.165f, 0.15f}, {0.25f, 0.12f, 0.12f}}, 6, 0.3f), coat,
+        Vector3(0, 0.34f, 0), Vector3(-90, 0, 0));
+    put(at, loft({{-0.06f, 0.10f, 0.09f}, {0.16f, 0.10f, 0.09f}}, 6, 0.4f), coat, Vector3(0, 0.49f, -0.27f),
+        Vector3(-90, 0, 0));
+    put(at, loft({{0, 0.10f, 0.06f}, {0.08f, 0.08f, 0.05f}}, 6, 0.4f), pal::PINK, Vector3(0, 0.455f, -0.42f),
+        Vector3(-90, 0, 0));
+    put(at, ball(Vector3(0.05f, 0.11f, 0.13f), 5, 2), pal::WHITE, Vector3(0.135f, 0.36f, 0.05f));
+    put(at, ball(Vector3(0.11f, 0.05f, 0.11f), 5, 2), pal::WHITE, Vector3(-0.04f, 0.465f, 0.1f));
+    for (const float side : {-1.0f, 1.0f}) {
+        put(at, ball(Vector3(0.08f, 0.035f, 0.03f), 4, 2), pal::WHITE, Vector3(side * 0.16f, 0.56f, -0.26f),
+            Vector3(0, 0, side * 14));
+        put(at, ball(Vector3(0.03f, 0.035f, 0.03f), 4, 2), pal::INK, Vector3(side * 0.075f, 0.53f, -0.39f));
+        for (const float z : {-0.17f, 0.17f}) {
+            put(at, loft({{0, 0.05f, 0.055f}, {0.28f, 0.055f, 0.06f}}, 4, 0.5f), pal::tone(coat, -0.25f),
+                Vector3(side * 0.10f, 0, z));
+        }
+    }
+    put(at, ball(Vector3(0.035f, 0.12f, 0.035f), 4, 2), pal::CHOCOLATE, Vector3(0, 0.3f, 0.28f), Vector3(-16, 0, 0));
+}
+
+void carried_hen(Node3D *at) {
+    const Color plume = pal::col(0xc8703a), tip = pal::col(0x8a4526);
+    put(at, loft({{-0.22f, 0.07f, 0.07f, 0, 0.05f}, {-0.04f, 0.19f, 0.155f}, {0.16f, 0.13f, 0.12f, 0, 0.03f}}, 7),
+        plume, Vector3(0, 0.24f, 0), Vector3(-90, 0, 0));
+    put(at, loft({{0, 0.11f, 0.10f, 0, 0.04f}, {0.15f, 0.09f, 0.09f}, {0.22f, 0.05f, 0.05f}}, 6), plume,
+        Vector3(0, 0.26f, -0.12f));
+    put(at, loft({{0, 0.035f, 0.03f}, {0.09f, 0, 0}}, 4), pal::ORANGE, Vector3(0, 0.40f, -0.2f), Vector3(-90, 0, 0));
+    put(at, ball(Vector3(0.025f, 0.06f, 0.08f), 5, 2), pal::RED, Vector3(0, 0.50f, -0.12f));
+    put(at, ball(Vector3(0.025f, 0.05f, 0.025f), 4, 2), pal::RED, Vector3(0, 0.34f, -0.22f));
+    for (const float side : {-1.0f, 1.0f}) {
+        put(at, ball(Vector3(0.05f, 0.08f, 0.13f), 5, 2), tip, Vector3(side * 0.175f, 0.26f, 0.03f));
+        put(at, ball(Vector3(0.02f, 0.03f, 0.025f), 4, 2), pal::INK, Vector3(side * 0.075f, 0.43f, -0.17f));
+        put(at, loft({{0, 0.022f, 0.045f, 0, -0.02f}, {0.14f, 0.02f, 0.02f}}, 4), pal::ORANGE,
+            Vector3(side * 0.07f, 0, 0));
+    }
+    for (int i = -1; i <= 1; i++) {
+        put(at, loft({{0, 0.03f, 0.03f}, {0.17f, 0.05f, 0.03f}}, 4), i == 0 ? plume : tip,
+            Vector3(float(i) * 0.03f, 0.28f, 0.15f), Vector3(40, 0, float(-i) * 26));
+    }
 }
 
 void round_fruit(Node3D *at, const Color &skin, const Color &leaf, float width, float height) {
@@ -207,8 +245,8 @@ Node3D *farm_good(const String &kind) {
                                {"bean", bean},
                                {"berry", berry},
                                {"cocoa", cocoa},
-                               {"calf", [](Node3D *at) { carried(at, "calf", 0.36f); }},
-                               {"hen", [](Node3D *at) { carried(at, "hen", 0.58f); }}};
+                               {"calf", [](Node3D *at) { carried_calf(at); }},
+                               {"hen", [](Node3D *at) { carried_hen(at); }}};
     for (const Row &row : rows) {
         if (kind == String(row.kind)) {
             Node3D *root = memnew(Node3D);

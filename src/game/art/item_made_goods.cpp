@@ -84,7 +84,7 @@ void cookies(Node3D *at) {
             Vector3(0.02f * float(i % 2), 0.08f * float(i), -0.015f * float(i)));
     }
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.045f, 0.035f, 0.045f), 5, 3), pal::CHOCOLATE,
+        put(at, ball(Vector3(0.05f, 0.04f, 0.05f), 4, 2), pal::CHOCOLATE,
             Vector3(0.1f * std::sin(float(i) * 1.4f), 0.245f, 0.1f * std::cos(float(i) * 1.4f)));
     }
 }
@@ -94,6 +94,8 @@ void ring(Node3D *at, float inner, float outer, uint32_t rgb, float y, float squ
     mesh.instantiate();
     mesh->set_inner_radius(inner);
     mesh->set_outer_radius(outer);
+    mesh->set_rings(9);
+    mesh->set_ring_segments(5);
     put(at, mesh, rgb, Vector3(0, y, 0), Vector3(), Vector3(1, squash, 1));
 }
 
@@ -101,9 +103,9 @@ void donut(Node3D *at) {
     ring(at, 0.07f, 0.25f, 0xd9a05b, 0.105f, 1.15f);
     ring(at, 0.08f, 0.24f, pal::PINK, 0.145f, 1.05f);
     const uint32_t sprinkles[] = {pal::YELLOW, pal::SKY, pal::WHITE, pal::GREEN};
-    for (int i = 0; i < 8; i++) {
-        const float a = float(i) * 0.785f;
-        put(at, bevel_box(Vector3(0.05f, 0.05f, 0.07f), 0.02f), sprinkles[i % 4],
+    for (int i = 0; i < 7; i++) {
+        const float a = float(i) * 0.898f;
+        put(at, ball(Vector3(0.035f, 0.035f, 0.05f), 4, 2), sprinkles[i % 4],
             Vector3(0.16f * std::sin(a), 0.235f, 0.16f * std::cos(a)), Vector3(0, float(i) * 73, 0));
     }
 }
@@ -122,7 +124,7 @@ void cake(Node3D *at) {
     put(at, loft({{0.18f, 0.22f, 0.22f}, {0.31f, 0.21f, 0.21f}, {0.335f, 0.15f, 0.15f}}, 10), pal::PINK, Vector3());
     put(at, ball(Vector3(0.07f, 0.07f, 0.07f), 7, 4), pal::RED, Vector3(0, 0.375f, 0));
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.05f, 0.04f, 0.05f), 5, 3), pal::WHITE,
+        put(at, ball(Vector3(0.055f, 0.05f, 0.055f), 4, 2), pal::WHITE,
             Vector3(0.155f * std::sin(float(i) * 1.257f), 0.335f, 0.155f * std::cos(float(i) * 1.257f)));
     }
 }
@@ -175,6 +177,21 @@ void juice_carton(Node3D *at, uint32_t rgb) {
     put(at, loft({{0, 0.03f, 0.03f}, {0.14f, 0.03f, 0.03f, 0.03f}}, 5), pal::WHITE, Vector3(0.07f, 0.31f, 0.03f));
 }
 
+// The two fruit juices stand apart by outline too: an apple on the carton, a glass with a slice on its rim.
+void apple_juice(Node3D *at) {
+    juice_carton(at, 0x9ccc3c);
+    put(at, ball(Vector3(0.09f, 0.085f, 0.09f), 6, 3), pal::RED, Vector3(-0.13f, 0.07f, 0.15f));
+}
+
+void orange_juice(Node3D *at) {
+    put(at, loft({{0, 0.12f, 0.12f}, {0.36f, 0.19f, 0.19f}}, 8), pal::ORANGE, Vector3());
+    put(at, loft({{0, 0.135f, 0.135f}, {0.05f, 0.135f, 0.135f}}, 8), pal::WHITE, Vector3());
+    put(at, loft({{0.30f, 0.185f, 0.185f}, {0.38f, 0.20f, 0.20f}}, 8), pal::CREAM, Vector3());
+    put(at, loft({{-0.03f, 0.12f, 0.12f}, {0.03f, 0.12f, 0.12f}}, 8), pal::YELLOW, Vector3(0.15f, 0.38f, 0.02f),
+        Vector3(90, 20, 0));
+    put(at, loft({{0, 0.03f, 0.03f}, {0.22f, 0.03f, 0.03f, -0.05f}}, 5), pal::RED, Vector3(-0.06f, 0.34f, 0));
+}
+
 void blanket(Node3D *at) {
     for (int i = 0; i < 3; i++) {
         put(at, bevel_box(Vector3(0.46f, 0.105f, 0.34f), 0.045f), i == 1 ? pal::CREAM : pal::BLUE,
@@ -206,7 +223,7 @@ void water(Node3D *at) {
 void choco(Node3D *at) {
     put(at, bevel_box(Vector3(0.40f, 0.12f, 0.30f), 0.03f), pal::RED, Vector3(0, 0.06f, 0));
     for (int i = 0; i < 6; i++) {
-        put(at, bevel_box(Vector3(0.11f, 0.12f, 0.12f), 0.03f, 0.8f), pal::CHOCOLATE,
+        put(at, loft({{-0.06f, 0.05f, 0.055f}, {0.06f, 0.035f, 0.04f}}, 6, 0.6f), pal::CHOCOLATE,
             Vector3(-0.12f + 0.12f * float(i % 3), 0.17f, i < 3 ? -0.065f : 0.065f));
     }
 }
@@ -227,10 +244,12 @@ void money_case(Node3D *at) {
     put(at, bevel_box(Vector3(0.54f, 0.16f, 0.36f), 0.035f), 0x5a4636, Vector3(0, 0.08f, 0));
     put(at, bevel_box(Vector3(0.56f, 0.03f, 0.38f), 0.01f), 0xffc81f, Vector3(0, 0.085f, 0));
     for (const float side : {-1.0f, 1.0f}) {
-        put(at, bevel_box(Vector3(0.07f, 0.07f, 0.04f), 0.015f), 0xffc81f, Vector3(side * 0.15f, 0.09f, 0.19f));
-        put(at, bevel_box(Vector3(0.03f, 0.04f, 0.09f), 0.01f), pal::INK, Vector3(side * 0.09f, 0.10f, 0.22f));
+        put(at, loft({{-0.035f, 0.038f, 0.022f}, {0.035f, 0.038f, 0.022f}}, 4, 1), 0xffc81f,
+            Vector3(side * 0.15f, 0.09f, 0.19f));
+        put(at, loft({{-0.02f, 0.02f, 0.05f}, {0.02f, 0.02f, 0.05f}}, 4, 1), pal::INK,
+            Vector3(side * 0.09f, 0.10f, 0.22f));
     }
-    put(at, bevel_box(Vector3(0.21f, 0.04f, 0.03f), 0.01f), pal::INK, Vector3(0, 0.10f, 0.26f));
+    put(at, loft({{-0.02f, 0.11f, 0.02f}, {0.02f, 0.11f, 0.02f}}, 4, 1), pal::INK, Vector3(0, 0.10f, 0.26f));
 }
 
 struct Row {
@@ -264,8 +283,8 @@ Node3D *made_good(const String &kind) {
                                {"drumstick", drumstick},
                                {"cheese", cheese},
                                {"juice", [](Node3D *at) { juice_carton(at, pal::YELLOW); }},
-                               {"apple_juice", [](Node3D *at) { juice_carton(at, 0x9ccc3c); }},
-                               {"orange_juice", [](Node3D *at) { juice_carton(at, pal::ORANGE); }},
+                               {"apple_juice", apple_juice},
+                               {"orange_juice", orange_juice},
                                {"blanket", blanket},
                                {"coffee", coffee},
                                {"medicine", medicine},

@@ -19,7 +19,11 @@ constexpr float SHOULDER = 1.13f;
 constexpr float NECK = 1.22f;
 
 Color look_color(const Dictionary &look, const char *key, const char *fallback) {
-    const String text = look.get(key, fallback);
+    const Variant value = look.get(key, fallback);
+    if (value.get_type() == Variant::COLOR) {
+        return value;
+    }
+    const String text = value;
     return Color::from_string(text, Color::from_string(fallback, Color(1, 1, 1)));
 }
 
@@ -60,20 +64,48 @@ void add_hair(Node3D *head, const String &style, const Color &hair, bool hatted)
             hair, Vector3(0, 0, 0.045f));
         put(head, loft({{-0.22f, 0.30f, 0.26f}, {0.0f, 0.28f, 0.25f}}, 10), pal::tone(hair, -0.12f),
             Vector3(0, 0, 0.03f));
+        if (style == String("scarf")) {
+            // Knotted at the nape, its ends hang down the back.
+            put(head, ball(Vector3(0.13f, 0.11f, 0.11f), 7, 3), pal::tone(hair, -0.12f), Vector3(0, 0.10f, 0.42f));
+            for (const float side : {-1.0f, 1.0f}) {
+                put(head, loft({{-0.34f, 0.12f, 0.04f}, {0, 0.05f, 0.05f}}, 6), hair,
+                    Vector3(side * 0.07f, 0.08f, 0.44f), Vector3(-12, 0, side * 16));
+            }
+            put(head, bevel_box(Vector3(0.60f, 0.09f, 0.30f), 0.03f), pal::tone(hair, 0.25f), Vector3(0, 0.52f, -0.16f),
+                Vector3(10, 0, 0));
+        }
         return;
     }
-    // The cap of hair sits back and down the neck, so that the face stays free.
-    put(head,
-        loft({{0.18f, 0.34f, 0.27f, 0, 0.10f},
-              {0.38f, 0.37f, 0.34f, 0, 0.045f},
-              {0.54f, 0.31f, 0.31f, 0, 0.02f},
-              {0.66f, 0.15f, 0.16f, 0, 0.02f},
-              {0.69f, 0, 0, 0, 0.02f}},
-             9),
-        hair, Vector3());
+    if (style == String("buzz")) {
+        put(head,
+            loft({{0.30f, 0.345f, 0.26f, 0, 0.10f},
+                  {0.44f, 0.345f, 0.33f, 0, 0.02f},
+                  {0.57f, 0.27f, 0.26f},
+                  {0.635f, 0.11f, 0.11f},
+                  {0.645f, 0, 0}},
+                 10),
+            hair, Vector3());
+        return;
+    }
+    // The cap of hair sits back and down the neck, so that the face stays free; a hat hides its crown and the lock.
+    if (hatted) {
+        put(head,
+            loft({{0.18f, 0.34f, 0.27f, 0, 0.10f}, {0.38f, 0.37f, 0.34f, 0, 0.045f}, {0.54f, 0.31f, 0.31f, 0, 0.02f}},
+                 9),
+            hair, Vector3());
+    } else {
+        put(head,
+            loft({{0.18f, 0.34f, 0.27f, 0, 0.10f},
+                  {0.38f, 0.37f, 0.34f, 0, 0.045f},
+                  {0.54f, 0.31f, 0.31f, 0, 0.02f},
+                  {0.66f, 0.15f, 0.16f, 0, 0.02f},
+                  {0.69f, 0, 0, 0, 0.02f}},
+                 9),
+            hair, Vector3());
+    }
     put(head, bevel_box(Vector3(0.52f, 0.15f, 0.15f), 0.06f, 0.8f), hair, Vector3(0.03f, 0.50f, -0.26f),
         Vector3(16, 0, -5));
-    if (style == String("long") || style == String("ponytail") || style == String("pigtails")) {
+    if (style == String("long")) {
         put(head,
             loft({{-0.24f, 0.24f, 0.10f, 0, 0.22f}, {0.10f, 0.33f, 0.17f, 0, 0.18f}, {0.34f, 0.34f, 0.20f, 0, 0.13f}},
                  8),
@@ -88,16 +120,36 @@ void add_hair(Node3D *head, const String &style, const Color &hair, bool hatted)
         put(head, loft({{-0.30f, 0.05f, 0.05f}, {-0.1f, 0.13f, 0.12f}, {0.1f, 0.10f, 0.10f}}, 7), hair,
             Vector3(0, 0.38f, 0.42f), Vector3(20, 0, 0));
     }
-    if (style == String("pigtails") || style == String("puffs")) {
+    if (style == String("pigtails")) {
+        for (const float side : {-1.0f, 1.0f}) {
+            put(head, loft({{-0.42f, 0, 0}, {-0.24f, 0.11f, 0.11f}, {0, 0.07f, 0.07f}}, 6), hair,
+                Vector3(side * 0.38f, 0.36f, 0.06f), Vector3(0, 0, side * 16));
+            put(head, ball(Vector3(0.08f, 0.06f, 0.08f), 6, 3), pal::RED, Vector3(side * 0.385f, 0.33f, 0.06f));
+        }
+    }
+    if (style == String("puffs")) {
         for (const float side : {-1.0f, 1.0f}) {
             put(head, ball(Vector3(0.15f, 0.18f, 0.15f), 7, 4), hair, Vector3(side * 0.42f, 0.42f, 0.08f));
         }
     }
-    if (style == String("spiky") || style == String("curly")) {
-        for (int i = 0; i < 6; i++) {
-            const float a = float(i) * 1.05f;
-            put(head, ball(Vector3(0.13f, style == String("spiky") ? 0.2f : 0.13f, 0.13f), 6, 3), hair,
-                Vector3(0.2f * std::cos(a), 0.62f, 0.2f * std::sin(a)));
+    if (style == String("side")) {
+        // A heavy lock swept over one eye.
+        put(head, loft({{-0.05f, 0.05f, 0.06f}, {0.16f, 0.17f, 0.12f}, {0.34f, 0.12f, 0.10f}}, 7), hair,
+            Vector3(-0.20f, 0.40f, -0.24f), Vector3(14, 0, 58));
+    }
+    if (style == String("spiky")) {
+        for (int i = 0; i < 7; i++) {
+            const float a = float(i) * 1.05f, r = i == 6 ? 0.0f : 0.22f;
+            put(head, loft({{0, 0.13f, 0.13f}, {0.30f, 0, 0}}, 5), hair,
+                Vector3(r * std::cos(a), 0.56f, r * std::sin(a) + 0.02f),
+                Vector3(r * 130 * std::sin(a), 0, -r * 130 * std::cos(a)));
+        }
+    } else if (style == String("curly")) {
+        for (int i = 0; i < 8; i++) {
+            const float a = float(i) * 0.898f + 0.4f, low = i < 7 ? 0.0f : 0.18f;
+            const float r = i < 7 ? 0.30f : 0.0f;
+            put(head, ball(Vector3(0.17f, 0.15f, 0.17f), 5, 3), pal::tone(hair, i % 2 ? 0.06f : 0.0f),
+                Vector3(r * std::cos(a), 0.50f + low, r * std::sin(a) + 0.05f));
         }
     }
 }
@@ -184,12 +236,33 @@ void add_head(Node3D *body, const Dictionary &look) {
     const String extra = look.get("acc", "");
     if (extra == String("glasses")) {
         for (const float side : {-1.0f, 1.0f}) {
-            put(head, bevel_box(Vector3(0.19f, 0.15f, 0.04f), 0.04f), pal::INK, Vector3(side * 0.13f, 0.31f, -0.34f));
-            put(head, bevel_box(Vector3(0.13f, 0.09f, 0.05f), 0.03f), pal::SKY, Vector3(side * 0.13f, 0.31f, -0.345f));
+            put(head, loft({{-0.02f, 0.105f, 0.09f}, {0.02f, 0.105f, 0.09f}}, 7), pal::INK,
+                Vector3(side * 0.13f, 0.31f, -0.34f), Vector3(90, 0, 0));
+            put(head, loft({{-0.025f, 0.07f, 0.06f}, {0.025f, 0.07f, 0.06f}}, 7), pal::SKY,
+                Vector3(side * 0.13f, 0.31f, -0.345f), Vector3(90, 0, 0));
         }
     } else if (extra == String("flower")) {
         put(head, ball(Vector3(0.11f, 0.11f, 0.06f), 6, 3), pal::PINK, Vector3(0.30f, 0.50f, -0.16f));
         put(head, ball(Vector3(0.05f, 0.05f, 0.05f), 5, 3), pal::YELLOW, Vector3(0.32f, 0.51f, -0.22f));
+    } else if (extra == String("mask")) {
+        put(head, loft({{0.24f, 0.345f, 0.325f}, {0.38f, 0.352f, 0.332f}}, 10), pal::INK, Vector3());
+        for (const float side : {-1.0f, 1.0f}) {
+            put(head, ball(Vector3(0.065f, 0.05f, 0.02f), 6, 3), pal::WHITE, Vector3(side * 0.13f, 0.31f, -0.335f));
+            put(head, ball(Vector3(0.03f, 0.035f, 0.02f), 5, 3), pal::INK, Vector3(side * 0.12f, 0.31f, -0.355f));
+        }
+    } else if (extra == String("freckles")) {
+        for (int i = 0; i < 6; i++) {
+            const float side = i < 3 ? -1.0f : 1.0f;
+            put(head, ball(Vector3(0.018f, 0.018f, 0.012f), 4, 2), pal::tone(skin, -0.35f),
+                Vector3(side * (0.13f + 0.05f * float(i % 3)), 0.21f + 0.03f * float(i % 2),
+                        -0.305f + 0.02f * float(i % 3)));
+        }
+    }
+    if (bool(look.get("girl", false))) {
+        for (const float side : {-1.0f, 1.0f}) {
+            put(head, ball(Vector3(0.05f, 0.018f, 0.018f), 4, 2), pal::INK, Vector3(side * 0.175f, 0.39f, -0.30f),
+                Vector3(0, 0, side * 24));
+        }
     }
 }
 
@@ -216,7 +289,8 @@ Node3D *person_tree(const Dictionary &look) {
         put(body, bevel_box(Vector3(0.17f, 0.12f, 0.05f), 0.03f), pal::tone(cloth, -0.14f), Vector3(0, 0.90f, -0.25f));
         for (const float side : {-1.0f, 1.0f}) {
             put(body, bevel_box(Vector3(0.085f, 0.06f, 0.50f), 0.02f), cloth, Vector3(side * 0.16f, 1.19f, 0.0f));
-            put(body, bevel_box(Vector3(0.085f, 0.36f, 0.05f), 0.02f), cloth, Vector3(side * 0.13f, 1.02f, 0.215f));
+            put(body, loft({{0.84f, 0.045f, 0.026f}, {1.20f, 0.045f, 0.026f}}, 4, 1), cloth,
+                Vector3(side * 0.13f, 0, 0.215f));
             put(body, ball(Vector3(0.035f, 0.035f, 0.03f), 5, 3), pal::YELLOW, Vector3(side * 0.13f, 1.06f, -0.255f));
         }
     }
@@ -225,6 +299,11 @@ Node3D *person_tree(const Dictionary &look) {
         put(body, loft({{0.76f, 0.288f, 0.228f}, {0.82f, 0.288f, 0.228f}}, 8, 0.55f), pal::WHITE, Vector3());
         if (has(look, "blood")) {
             put(body, ball(Vector3(0.1f, 0.07f, 0.02f), 6, 3), pal::RED_DARK, Vector3(0.06f, 0.74f, -0.26f));
+        }
+    }
+    if (has(look, "stripes")) {
+        for (const float y : {0.84f, 0.98f}) {
+            put(body, loft({{y, 0.29f, 0.222f}, {y + 0.07f, 0.295f, 0.222f}}, 8, 0.55f), pal::WHITE, Vector3());
         }
     }
     add_leg(body, "LegL", -0.14f, pants, shoes);

@@ -265,6 +265,15 @@ void orchard(Node3D *at, uint32_t fruit, uint32_t leaf) {
         put(at, ball(Vector3(0.14f, 0.14f, 0.14f), 7, 3), fruit,
             Vector3(-0.4f + 0.17f * std::sin(float(i) * 1.3f), 0.42f, -0.7f + 0.17f * std::cos(float(i) * 1.3f)));
     }
+    if (fruit == pal::ORANGE) {
+        // A scarecrow guards the oranges and tells the two orchards apart.
+        const Vector3 foot(0.75f, 0, 0.55f);
+        put(at, loft({{0, 0.07f, 0.07f}, {1.5f, 0.06f, 0.06f}}, 6), pal::WOOD_DARK, foot);
+        put(at, bevel_box(Vector3(1.5f, 0.12f, 0.12f), 0.03f), pal::WOOD, foot + Vector3(0, 1.15f, 0));
+        put(at, loft({{0.6f, 0.34f, 0.2f}, {1.3f, 0.26f, 0.18f}}, 8, 0.5f), pal::RED_DARK, foot);
+        put(at, ball(Vector3(0.24f, 0.25f, 0.23f), 8, 4), pal::SAND, foot + Vector3(0, 1.55f, 0));
+        put(at, loft({{1.66f, 0.46f, 0.46f}, {1.74f, 0.26f, 0.26f}, {2.15f, 0.08f, 0.08f}}, 8), pal::STRAW_DARK, foot);
+    }
     // Ladder against the middle tree.
     for (const float x : {-0.2f, 0.2f}) {
         put(at, bevel_box(Vector3(0.12f, 1.7f, 0.12f), 0.02f), pal::WOOD_LIGHT, Vector3(0.55f + x, 0.8f, -1.75f),

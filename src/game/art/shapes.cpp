@@ -111,12 +111,18 @@ Ref<ArrayMesh> loft(const std::vector<Ring> &rings, int segments, float square) 
         }
     }
     if (rings.size() > 1) {
-        const int low = skin.vertex(Vector3(rings.front().ox, rings.front().y, rings.front().oz));
-        const int high = skin.vertex(Vector3(rings.back().ox, rings.back().y, rings.back().oz));
+        // An end that runs out in a point is closed already.
+        const bool open_low = rows.front()[0] != rows.front()[1], open_high = rows.back()[0] != rows.back()[1];
+        const int low = open_low ? skin.vertex(Vector3(rings.front().ox, rings.front().y, rings.front().oz)) : 0;
+        const int high = open_high ? skin.vertex(Vector3(rings.back().ox, rings.back().y, rings.back().oz)) : 0;
         for (size_t i = 0; i < size_t(segments); i++) {
             const size_t next = (i + 1) % size_t(segments);
-            skin.triangle(low, rows.front()[next], rows.front()[i]);
-            skin.triangle(high, rows.back()[i], rows.back()[next]);
+            if (open_low) {
+                skin.triangle(low, rows.front()[next], rows.front()[i]);
+            }
+            if (open_high) {
+                skin.triangle(high, rows.back()[i], rows.back()[next]);
+            }
         }
     }
     return skin.mesh();
