@@ -44,12 +44,20 @@
 #include "game/actors/walker.h"
 #include "game/actors/worker.h"
 #include "game/actors/zone.h"
+#include "game/art/addon_models.h"
+#include "game/art/avatar_models.h"
 #include "game/art/buildings.h"
+#include "game/art/canteen_models.h"
+#include "game/art/coffee_models.h"
+#include "game/art/decor.h"
 #include "game/art/farmhouse_model.h"
+#include "game/art/grill_food.h"
+#include "game/art/home_models.h"
 #include "game/art/icon_models.h"
 #include "game/art/models.h"
 #include "game/art/pet_models.h"
 #include "game/art/prim_store.h"
+#include "game/art/service_models.h"
 #include "game/automation/bot_actions.h"
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
@@ -88,6 +96,7 @@ void setup_statics() {
     Hud::setup_statics();
     Models::setup_statics();
     Customer::setup_statics();
+    Decor::setup_statics();
     FarmData::setup_statics();
     Lang::setup_statics();
     Main::setup_statics();
@@ -128,21 +137,28 @@ void register_core_classes() {
 
 void register_game_classes() {
     setup_statics();
+    TM_ADD(AddonModels);
+    TM_ADD(AvatarModels);
     TM_ADD(BotActions);
     TM_ADD(Buildings);
     TM_ADD(Walker);
+    TM_ADD(CanteenModels);
     TM_ADD(CashTile);
     TM_ADD(Cinematic);
+    TM_ADD(CoffeeModels);
     TM_ADD(Conveyor);
     TM_ADD(CropField);
     TM_ADD(Customer);
+    TM_ADD(Decor);
     TM_ADD(FarmData);
     TM_ADD(FarmHand);
     TM_ADD(FarmhouseModel);
     TM_ADD(GameLog);
     TM_ADD(Ghost);
+    TM_ADD(GrillFood);
     TM_ADD(Harvester);
     TM_ADD(Hauler);
+    TM_ADD(HomeModels);
     TM_ADD(Hud);
     TM_ADD(IconModels);
     TM_ADD(Item);
@@ -163,6 +179,7 @@ void register_game_classes() {
     TM_ADD(Producer);
     TM_ADD(Save);
     TM_ADD(SellCounter);
+    TM_ADD(ServiceModels);
     TM_ADD(Sfx);
     TM_ADD(StackCarrier);
     TM_ADD(SupplyVan);

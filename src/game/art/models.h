@@ -60,6 +60,8 @@ public:
     static MeshInstance3D *bake(const String &key, const Callable &build, bool cast_shadow = true, bool plain = false);
     // The cached mesh of `key`, baking it first when needed.
     static Ref<ArrayMesh> baked_mesh(const String &key, const Callable &build);
+    // A fresh node for any key of the table of model keys; null for one that is unknown or without a builder.
+    static Node3D *model(const String &key);
     static Node3D *merge_children(Node3D *node, const String &key, bool cast_shadow = true, bool plain = false);
     static void simplify(Node3D *node, float smallest);
     // Shows the `count` nodes nearest to `pos` within `radius`, hides the others (or their parents).
