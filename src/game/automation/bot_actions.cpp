@@ -1,4 +1,6 @@
 #include "game/automation/bot_actions.h"
+#include "game/art/model_keys.h"
+#include "game/art/models.h"
 
 #include <cmath>
 #include <limits>
@@ -28,10 +30,28 @@ double flat(const Vector3 &a, const Vector3 &b) {
 
 } // namespace
 
+Array BotActions::model_rows() {
+    Array rows;
+    for (const ModelKey &key : model_keys()) {
+        Array row;
+        row.push_back(key.key);
+        row.push_back(model_class_name(key.family->group));
+        row.push_back(key.family->make != nullptr);
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+Node3D *BotActions::model(const String &key) {
+    return Models::model(key);
+}
+
 void BotActions::_bind_methods() {
     ClassDB::bind_method(D_METHOD("setup", "world"), &BotActions::setup);
     ClassDB::bind_method(D_METHOD("wish", "dt"), &BotActions::wish);
     ClassDB::bind_method(D_METHOD("get_doing"), &BotActions::get_doing);
+    ClassDB::bind_static_method("BotActions", D_METHOD("model_rows"), &BotActions::model_rows);
+    ClassDB::bind_static_method("BotActions", D_METHOD("model", "key"), &BotActions::model);
 }
 
 void BotActions::setup(Object *world) {

@@ -3,6 +3,8 @@
 // with a wish for the stick; the farm does the rest.
 
 #include <godot_cpp/classes/node.hpp>
+#include <godot_cpp/classes/node3d.hpp>
+#include <godot_cpp/variant/array.hpp>
 #include <godot_cpp/variant/string.hpp>
 #include <godot_cpp/variant/vector2.hpp>
 #include <godot_cpp/variant/vector3.hpp>
@@ -26,6 +28,10 @@ public:
     Vector2 wish(double dt);
     // What it is doing, in words, for logs.
     String get_doing() const { return doing; }
+
+    // For pictures of all models: rows of key, class and whether a builder is there; a fresh node of a key, or null.
+    static Array model_rows();
+    static Node3D *model(const String &key);
 
 protected:
     static void _bind_methods();
