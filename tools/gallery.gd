@@ -90,6 +90,27 @@ func picture(key: String, faces_away: bool) -> Image:
     return image
 
 
+func face(avatar: String) -> Image:
+    var page := SubViewport.new()
+    page.size = Vector2i(CELL, CELL)
+    page.disable_3d = true
+    page.render_target_update_mode = SubViewport.UPDATE_ALWAYS
+    root.add_child(page)
+    var back := ColorRect.new()
+    back.color = Color("9fc3a0")
+    back.size = page.size
+    page.add_child(back)
+    var canvas := Control.new()
+    canvas.size = page.size
+    canvas.draw.connect(func(): BotActions.draw_face(canvas, avatar))
+    page.add_child(canvas)
+    await process_frame
+    await process_frame
+    var image := page.get_texture().get_image()
+    page.queue_free()
+    return image
+
+
 func sheet(name: String, keys: PackedStringArray, images: Array, cell: int, grey: bool) -> void:
     var columns := 10 if cell == CELL else 16
     var line := 18 if cell == CELL else 12
@@ -151,6 +172,10 @@ func take_all() -> void:
         if not classes.has(row[1]):
             classes[row[1]] = []
         classes[row[1]].append([row[0], image])
+        if row[0].begins_with("look_avatar_"):
+            if not classes.has("faces"):
+                classes["faces"] = []
+            classes["faces"].append([row[0], await face(row[0].trim_prefix("look_avatar_"))])
     for name in classes:
         var all: Array = classes[name]
         for first in range(0, all.size(), MOST):

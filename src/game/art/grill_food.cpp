@@ -109,7 +109,8 @@ constexpr Piece RIBS_ROWS[] = {
 };
 constexpr Piece RUMP_ROWS[] = {
     {Form::rod, pal::RED, {0.34f, 0.22f, 0.30f}, {}, {}, 0.7f},
-    {Form::box, pal::CREAM, {0.30f, 0.06f, 0.25f}, {0, 0.19f, 0}, {0, 20, 0}, 0.9f},
+    {Form::rod, pal::CREAM, {0.25f, 0.06f, 0.22f}, {0, 0.20f, 0}, {}, 0.85f},
+    {Form::rod, pal::WHITE, {0.09f, 0.04f, 0.09f}, {0.02f, 0.25f, 0}, {}},
 };
 constexpr Piece LOIN_ROWS[] = {
     {Form::box, 0xe76a68, {0.20f, 0.16f, 0.42f}, {}, {}, 0.86f},

@@ -12,6 +12,7 @@
 #include "game/art/grill_food.h"
 #include "game/art/home_models.h"
 #include "game/art/icon_models.h"
+#include "game/art/map_models.h"
 #include "game/art/models.h"
 #include "game/art/palette.h"
 #include "game/art/scenery.h"
@@ -136,8 +137,6 @@ constexpr ModelFamily FAMILIES[] = {
     {"decor_", "windmill gazebo", ModelClass::building, "gardens", decor},
     {"table_stall", "", ModelClass::building, "sales counters", [](Name) { return Buildings::stall(pal::col(pal::RED)); }},
     {"depot", "", ModelClass::building, "loading bays", nullptr},
-    {"map_", "bldg0 bldg1 bldg2 bldg3 bldg4 bldg5 service_carpenter service_electric service_vet dock oasis volcano",
-     ModelClass::building, "the shared map", nullptr},
 
     {"trough_", "corn hay", ModelClass::prop, "feed", [](Name n) { return Buildings::trough(n); }},
     {"", "tray pallet supply_van price_pole cash_mat bench region_sign", ModelClass::prop, "the farm's ground", ground_thing},
@@ -171,9 +170,11 @@ constexpr ModelFamily FAMILIES[] = {
     {"cart_wheel_", "1 2 3 4", ModelClass::prop, "the horse's cart", nullptr},
     {"truck_", "gold", ModelClass::prop, "loading bays", nullptr},
     {"bay_", "dock market", ModelClass::prop, "loading bays", nullptr},
-    {"map_", "rock0 rock1 rock2 rock1s cliff cliff_b peak dune0 dune1 palm cactus basalt0 basalt1 basalt2 deadtree fall_wall "
-             "camel lava_pool lava_seg crater walk lamp lamp_head lamp_pool street car0 car1 car2 road cross cross_mid "
-             "farm_road farm_path farm_fence star star_max signpost hand trade_truck", ModelClass::prop, "the shared map", nullptr},
+    {"map_", "rock0 rock1 rock2 rock1s basalt0 basalt1 basalt2 cliff cliff_b peak volcano crater lava_pool lava_seg dune0 "
+             "dune1 palm cactus camel oasis deadtree fall_wall walk lamp lamp_head lamp_pool street road cross cross_mid "
+             "farm_road farm_path farm_fence bldg0 bldg1 bldg2 bldg3 bldg4 bldg5 car0 car1 car2 star star_max signpost hand "
+             "trade_truck dock service_carpenter service_electric service_vet", ModelClass::scenery, "the shared map",
+     [](Name n) -> Node3D * { return map_models::build(n); }},
 
     {"icon_", "stall machine restaurant crew depot belt field workers harvester waterman hauler tables truck waiter stack "
               "shoes feed magnet land homes ahwa canteen service security guards final", ModelClass::icon, "price tiles",
@@ -189,6 +190,7 @@ constexpr ModelLimits LIMITS[] = {
     {ModelClass::animal,   1200, 0.25f,  1.9f, 2.4f},
     {ModelClass::building, 6000, 1.5f,   6.0f, 9.5f},
     {ModelClass::prop,     3000, 0.02f,  7.0f, 12.2f},
+    {ModelClass::scenery,  2500, 0.02f, 40.0f, 65.0f},
     {ModelClass::icon,     3000, 0.2f,   2.2f, 2.4f},
 };
 // clang-format on
@@ -218,7 +220,7 @@ std::vector<ModelKey> model_keys() {
 }
 
 const char *model_class_name(ModelClass group) {
-    constexpr const char *NAMES[] = {"goods", "money", "people", "animals", "buildings", "props", "icons"};
+    constexpr const char *NAMES[] = {"goods", "money", "people", "animals", "buildings", "props", "scenery", "icons"};
     return NAMES[size_t(group)];
 }
 

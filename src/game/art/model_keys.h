@@ -12,7 +12,7 @@
 namespace tilm {
 using namespace godot;
 
-enum class ModelClass { good, money, person, animal, building, prop, icon };
+enum class ModelClass { good, money, person, animal, building, prop, scenery, icon };
 
 // Keys that share a builder: `prefix` followed by each word of `names`.
 struct ModelFamily {

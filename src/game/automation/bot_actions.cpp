@@ -1,6 +1,4 @@
 #include "game/automation/bot_actions.h"
-#include "game/art/model_keys.h"
-#include "game/art/models.h"
 
 #include <cmath>
 #include <limits>
@@ -11,6 +9,9 @@
 #include "game/actors/player.h"
 #include "game/actors/stack_carrier.h"
 #include "game/actors/unlock_tile.h"
+#include "game/art/avatar_models.h"
+#include "game/art/model_keys.h"
+#include "game/art/models.h"
 #include "game/shell/world.h"
 
 namespace tilm {
@@ -46,12 +47,19 @@ Node3D *BotActions::model(const String &key) {
     return Models::model(key);
 }
 
+void BotActions::draw_face(Object *control, const String &avatar) {
+    if (auto *on = Object::cast_to<Control>(control)) {
+        AvatarModels::draw_face(on, AvatarModels::look_of(avatar));
+    }
+}
+
 void BotActions::_bind_methods() {
     ClassDB::bind_method(D_METHOD("setup", "world"), &BotActions::setup);
     ClassDB::bind_method(D_METHOD("wish", "dt"), &BotActions::wish);
     ClassDB::bind_method(D_METHOD("get_doing"), &BotActions::get_doing);
     ClassDB::bind_static_method("BotActions", D_METHOD("model_rows"), &BotActions::model_rows);
     ClassDB::bind_static_method("BotActions", D_METHOD("model", "key"), &BotActions::model);
+    ClassDB::bind_static_method("BotActions", D_METHOD("draw_face", "control", "avatar"), &BotActions::draw_face);
 }
 
 void BotActions::setup(Object *world) {

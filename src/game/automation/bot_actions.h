@@ -32,6 +32,8 @@ public:
     // For pictures of all models: rows of key, class and whether a builder is there; a fresh node of a key, or null.
     static Array model_rows();
     static Node3D *model(const String &key);
+    // The face of a player's look, into a control that draws itself just now.
+    static void draw_face(Object *control, const String &avatar);
 
 protected:
     static void _bind_methods();
