@@ -190,7 +190,8 @@ void AvatarModels::draw_face(Control *on, const Dictionary &look) {
         b.disc(side * 0.36f + 0.04f, -0.06f, 0.045f, Color(1, 1, 1));
         b.disc(side * 0.58f, 0.38f, 0.16f, Color(skin.lerp(pal::col(pal::PINK), 0.5f)));
         if (bool(look.get("girl", false))) {
-            on->draw_line(b.at(side * 0.44f, -0.12f), b.at(side * 0.62f, -0.24f), ink, unit * 0.07f);
+            on->draw_line(b.at(side * 0.42f, -0.02f), b.at(side * 0.60f, -0.06f), ink, unit * 0.06f);
+            on->draw_line(b.at(side * 0.42f, -0.10f), b.at(side * 0.56f, -0.20f), ink, unit * 0.06f);
         }
     }
     on->draw_arc(b.at(0, 0.38f), unit * 0.3f, 0.35f, 2.79f, 12, ink, unit * 0.08f);

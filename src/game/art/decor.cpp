@@ -240,6 +240,7 @@ Node3D *Decor::build(const String &type, const Ref<Material> &material) {
     } else if (type == String("tree")) {
         MeshInstance3D *tree = Models::any_tree(float(UtilityFunctions::randf()));
         tree->set_scale(Vector3(1.25f, 1.25f, 1.25f));
+        tree->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
         root->add_child(tree);
     } else if (type == String("lamp")) {
         root->add_child(baked("decor_lamp", LAMP, false));

@@ -280,13 +280,20 @@ void fall_wall(Node3D *at) {
         const float tall = i == 2 ? 17.4f : rnd(81, i, 15.5f, 20.5f), wide = rnd(82, i, 4.0f, 5.0f);
         const Vector3 foot(-7.6f + 3.8f * float(i), 0, -2.6f - (i == 2 ? 0.6f : rnd(83, i, -0.8f, 0.4f)));
         const Vector3 turn(0, rnd(84, i, -9, 9), rnd(85, i, -2, 2));
-        put(at, bevel_box(Vector3(wide, tall, 4.2f), 0.6f, 0.88f), pal::tone(0x8b8d8f, rnd(86, i, -0.08f, 0.1f)),
-            foot + Vector3(0, tall / 2, 0), turn);
-        put(at, bevel_box(Vector3(wide * 0.95f, 0.9f, 4.0f), 0.3f, 0.85f), pal::GRASS_DEEP, foot + Vector3(0, tall, 0),
-            turn);
+        const float r = wide * 0.62f;
+        const auto ledge = [&](float share, float k, int n) {
+            return Ring{tall * share, r * k * rnd(101 + i, n, 0.92f, 1.08f), 2.3f * k * rnd(111 + i, n, 0.9f, 1.1f),
+                        rnd(121 + i, n, -0.3f, 0.3f), rnd(131 + i, n, -0.3f, 0.3f)};
+        };
+        const Color stone = pal::tone(0x8b8d8f, rnd(86, i, -0.08f, 0.1f));
+        put(at, loft({ledge(0, 1.25f, 0), ledge(0.3f, 1.05f, 1)}, 8, 0.4f), pal::tone(stone, -0.15f), foot, turn);
+        put(at,
+            loft({ledge(0.3f, 1.05f, 1), ledge(0.48f, 0.86f, 2), ledge(0.55f, 1.0f, 3), ledge(1, 0.82f, 4)}, 8, 0.4f),
+            stone, foot, turn);
+        put(at, loft({ledge(0.985f, 0.92f, 5), ledge(1.04f, 0.72f, 6)}, 8, 0.4f), pal::GRASS_DEEP, foot, turn);
         Node3D *boulder = shapes::joint(at, "Boulder", foot + Vector3(rnd(87, i, -1, 1), 0, 2.6f));
         if (i != 2) {
-            rock(boulder, Vector3(1.5f, rnd(88, i, 1.0f, 2.2f), 1.2f), 0x7d7f84, 90 + i, 0.1f);
+            rock(boulder, Vector3(2.2f, rnd(88, i, 1.0f, 2.0f), 1.6f), 0x7d7f84, 90 + i, 0.1f);
         }
     }
 }

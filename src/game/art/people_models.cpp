@@ -62,6 +62,7 @@ void add_hair(Node3D *head, const String &style, const Color &hair, bool hatted)
                   {0.68f, 0.0f, 0.0f, 0, 0.05f}},
                  10),
             hair, Vector3(0, 0, 0.045f));
+        put(head, loft({{0.41f, 0.352f, 0.34f}, {0.56f, 0.30f, 0.29f}, {0.66f, 0.1f, 0.1f}}, 10), hair, Vector3());
         put(head, loft({{-0.22f, 0.30f, 0.26f}, {0.0f, 0.28f, 0.25f}}, 10), pal::tone(hair, -0.12f),
             Vector3(0, 0, 0.03f));
         if (style == String("scarf")) {
@@ -206,15 +207,18 @@ void add_head(Node3D *body, const Dictionary &look) {
               {0.62f, 0.1f, 0.1f}},
              10),
         skin, Vector3());
+    const String style = look.get("style", "short");
+    const bool wrapped = style == String("hijab") || style == String("scarf"); // the cloth covers the ears
     for (const float side : {-1.0f, 1.0f}) {
         put(head, ball(Vector3(0.05f, 0.075f, 0.035f), 6, 3), pal::INK, Vector3(side * 0.125f, 0.31f, -0.295f));
         put(head, ball(Vector3(0.06f, 0.04f, 0.02f), 6, 2), pal::tone(skin.lerp(pal::col(pal::PINK), 0.5f), 0.0f),
             Vector3(side * 0.20f, 0.20f, -0.265f), Vector3(0, side * 28, 0));
-        put(head, ball(Vector3(0.06f, 0.08f, 0.06f), 6, 3), pal::tone(skin, -0.06f),
-            Vector3(side * 0.335f, 0.28f, 0.02f));
+        if (!wrapped) {
+            put(head, ball(Vector3(0.06f, 0.08f, 0.06f), 6, 3), pal::tone(skin, -0.06f),
+                Vector3(side * 0.335f, 0.28f, 0.02f));
+        }
     }
     put(head, ball(Vector3(0.055f, 0.05f, 0.06f), 6, 3), pal::tone(skin, -0.08f), Vector3(0, 0.24f, -0.33f));
-    const String style = look.get("style", "short");
     const bool hatted = has(look, "hat") || has(look, "cap");
     add_hair(head, style, hair, hatted);
     if (has(look, "beard")) {
@@ -260,7 +264,7 @@ void add_head(Node3D *body, const Dictionary &look) {
     }
     if (bool(look.get("girl", false))) {
         for (const float side : {-1.0f, 1.0f}) {
-            put(head, ball(Vector3(0.05f, 0.018f, 0.018f), 4, 2), pal::INK, Vector3(side * 0.175f, 0.39f, -0.30f),
+            put(head, ball(Vector3(0.04f, 0.016f, 0.018f), 4, 2), pal::INK, Vector3(side * 0.185f, 0.345f, -0.285f),
                 Vector3(0, 0, side * 24));
         }
     }
