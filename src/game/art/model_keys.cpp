@@ -15,8 +15,10 @@
 #include "game/art/map_models.h"
 #include "game/art/models.h"
 #include "game/art/palette.h"
+#include "game/art/pet_models.h"
 #include "game/art/scenery.h"
 #include "game/art/service_models.h"
+#include "game/art/truck_models.h"
 
 namespace tilm {
 namespace {
@@ -60,6 +62,19 @@ Node3D *coffee_prop(Name n) {
            : n == String("table") ? CoffeeModels::table()
            : n == String("stool") ? CoffeeModels::stool()
                                   : CoffeeModels::drink(n);
+}
+
+Node3D *cart_part(Name level, const char *part) {
+    Node3D *cart = PetModels::cart(int(level.to_int()));
+    Node *node = cart->get_node_or_null(NodePath(part));
+    if (node == nullptr) {
+        node = cart->find_child(part, true, false);
+    }
+    if (node != nullptr) {
+        node->get_parent()->remove_child(node);
+    }
+    memdelete(cart);
+    return Object::cast_to<Node3D>(node);
 }
 
 Node3D *decor(Name n) {
@@ -116,14 +131,15 @@ constexpr ModelFamily FAMILIES[] = {
     {"animal_", "egg milk calf hen honey wool wool_shorn fish0 fish1 fish2", ModelClass::animal, "pens and ponds",
      [](Name n) { return Models::animal(n); }},
     {"", "wolf fox crow", ModelClass::animal, "raids", [](Name n) { return AddonModels::raider(n); }},
-    {"pet_", "dog cat pig horse", ModelClass::animal, "the player's pets", nullptr},
+    {"pet_", "dog cat pig horse", ModelClass::animal, "the player's pets", [](Name n) { return PetModels::pet(n); }},
 
     {"house_", "egg milk fish calf hen honey apple orange wool bean", ModelClass::building, "producers",
      [](Name n) { return Buildings::house(n); }},
     {"house_farmer_", "0 1 2 3", ModelClass::building, "the family's house",
      [](Name n) { return FarmhouseModel::build(int(n.to_int())); }},
     {"machine_", "flour oil bread mayo cookies donut icecream cake meat drumstick cheese grilled_fish grilled_chicken "
-                 "steak burger juice blanket coffee breakfast", ModelClass::building, "machines, factories, restaurants", nullptr},
+                 "steak burger juice blanket coffee breakfast", ModelClass::building, "machines, factories, restaurants",
+     [](Name n) { return Buildings::machine(n, Buildings::machine_roof()); }},
     {"canteen_", "1 2 3 4 5 6", ModelClass::building, "the staff's lunch",
      [](Name n) { return CanteenModels::hall(int(n.to_int())); }},
     {"worker_homes_", "1 2 3 4 5 6 7 8", ModelClass::building, "the staff's sleep",
@@ -136,7 +152,6 @@ constexpr ModelFamily FAMILIES[] = {
     {"ahwa_", "kiosk", ModelClass::building, "the coffee house", coffee_prop},
     {"decor_", "windmill gazebo", ModelClass::building, "gardens", decor},
     {"table_stall", "", ModelClass::building, "sales counters", [](Name) { return Buildings::stall(pal::col(pal::RED)); }},
-    {"depot", "", ModelClass::building, "loading bays", nullptr},
 
     {"trough_", "corn hay", ModelClass::prop, "feed", [](Name n) { return Buildings::trough(n); }},
     {"", "tray pallet supply_van price_pole cash_mat bench region_sign", ModelClass::prop, "the farm's ground", ground_thing},
@@ -165,11 +180,14 @@ constexpr ModelFamily FAMILIES[] = {
     {"qahwagi_tray_", "0 1", ModelClass::prop, "the coffee house", [](Name n) { return CoffeeModels::tray(int(n.to_int())); }},
     {"home_sleeper", "", ModelClass::prop, "worker homes", [](Name) { return HomeModels::sleeper(); }},
     {"van_", "plumber appliance", ModelClass::prop, "trades at the homes", [](Name n) { return HomeModels::van(n); }},
-    {"gear_", "shoe_l shoe_r bag", ModelClass::prop, "boosts that are worn", nullptr},
-    {"cart_body_", "1 2 3 4", ModelClass::prop, "the horse's cart", nullptr},
-    {"cart_wheel_", "1 2 3 4", ModelClass::prop, "the horse's cart", nullptr},
-    {"truck_", "gold", ModelClass::prop, "loading bays", nullptr},
-    {"bay_", "dock market", ModelClass::prop, "loading bays", nullptr},
+    {"gear_", "shoe_L shoe_R bag paw", ModelClass::prop, "boosts that are worn", nullptr},
+    {"cart_body_", "1 2 3", ModelClass::prop, "the horse's cart", [](Name n) { return cart_part(n, "Bed"); }},
+    {"cart_wheel_", "1 2 3", ModelClass::prop, "the horse's cart", [](Name n) { return cart_part(n, "WheelL"); }},
+    {"truck_", "gold e5484d", ModelClass::prop, "loading bays",
+     [](Name n) { return n == String("gold") ? truck_models::gold_truck() : truck_models::truck(Color::from_string(n, Color(1, 1, 1))); }},
+    {"supply_balloon", "", ModelClass::prop, "depots", [](Name) { return truck_models::flying_van(); }},
+    {"bay_", "dock market", ModelClass::prop, "loading bays", [](Name n) { return truck_models::bay(n == String("dock")); }},
+    {"depot", "", ModelClass::prop, "depots", [](Name) { return truck_models::depot(); }},
     {"map_", "rock0 rock1 rock2 rock1s basalt0 basalt1 basalt2 cliff cliff_b peak volcano crater lava_pool lava_seg dune0 "
              "dune1 palm cactus camel oasis deadtree fall_wall walk lamp lamp_head lamp_pool street road cross cross_mid "
              "farm_road farm_path farm_fence bldg0 bldg1 bldg2 bldg3 bldg4 bldg5 car0 car1 car2 star star_max signpost hand "

@@ -32,10 +32,10 @@ void add_legs(Node3D *body, const Frame &f) {
         Node3D *leg =
             joint(body, names[i], Vector3((i % 2 == 0 ? -1.0f : 1.0f) * f.across, f.hip, front ? f.fore : f.aft));
         put(leg,
-            loft({{-half - 0.02f, t * 0.8f, t * 0.85f}, {0.0f, t * 1.2f, t * 1.35f}, {0.1f, t, t * 1.2f}}, 7, 0.3f),
+            loft({{-half - 0.02f, t * 0.8f, t * 0.85f}, {0.0f, t * 1.2f, t * 1.35f}, {0.1f, t, t * 1.2f}}, 6, 0.3f),
             f.coat, Vector3());
         Node3D *low = joint(leg, "Low", Vector3(0, -half, 0));
-        put(low, loft({{0.06f - half, t * 0.72f, t * 0.72f}, {0.03f, t * 0.82f, t * 0.85f}}, 7, 0.3f), f.coat,
+        put(low, loft({{0.06f - half, t * 0.72f, t * 0.72f}, {0.03f, t * 0.82f, t * 0.85f}}, 6, 0.3f), f.coat,
             Vector3());
         put(low,
             loft({{-half, t * 1.0f, t * (1.0f + f.foot_long), 0, -t * f.foot_long * 0.8f},
@@ -47,8 +47,8 @@ void add_legs(Node3D *body, const Frame &f) {
 
 void eyes(Node3D *head, float x, float y, float z, float size) {
     for (const float side : {-1.0f, 1.0f}) {
-        put(head, ball(Vector3(size * 0.7f, size, size * 0.7f), 7, 4), pal::INK, Vector3(side * x, y, z));
-        put(head, ball(Vector3(size * 0.28f, size * 0.3f, size * 0.25f), 5, 3), pal::WHITE,
+        put(head, ball(Vector3(size * 0.7f, size, size * 0.7f), 6, 3), pal::INK, Vector3(side * x, y, z));
+        put(head, ball(Vector3(size * 0.28f, size * 0.3f, size * 0.25f), 4, 2), pal::WHITE,
             Vector3(side * (x + size * 0.12f), y + size * 0.4f, z - size * 0.55f));
     }
 }
@@ -208,15 +208,16 @@ void build_horse(Node3D *body) {
              10),
         coat, Vector3(0, 0.72f, 0), LAID);
     // Blanket, pack saddle and girth.
-    put(body, loft({{-0.3f, 0.262f, 0.245f}, {0.3f, 0.262f, 0.245f}}, 10), pal::RED, Vector3(0, 0.733f, 0.03f), LAID);
+    put(body, loft({{-0.3f, 0.262f, 0.245f}, {0.3f, 0.262f, 0.245f}}, 8), pal::RED, Vector3(0, 0.733f, 0.03f), LAID);
     for (const float end : {-1.0f, 1.0f}) {
-        put(body, loft({{-0.03f, 0.27f, 0.252f}, {0.03f, 0.27f, 0.252f}}, 10), pal::YELLOW,
+        put(body, loft({{-0.03f, 0.27f, 0.252f}, {0.03f, 0.27f, 0.252f}}, 8), pal::YELLOW,
             Vector3(0, 0.733f, 0.03f + end * 0.28f), LAID);
     }
     for (const float side : {-1.0f, 1.0f}) {
-        put(body, bevel_box(Vector3(0.3f, 0.06f, 0.66f), 0.02f), pal::WOOD, Vector3(side * 0.29f, 0.92f, 0.02f),
-            Vector3(0, 0, side * 6));
-        put(body, bevel_box(Vector3(0.06f, 0.26f, 0.5f), 0.02f), pal::WOOD_DARK, Vector3(side * 0.28f, 0.78f, 0.02f));
+        put(body, loft({{-0.03f, 0.16f, 0.35f}, {0.03f, 0.15f, 0.34f}}, 4, 1), pal::WOOD,
+            Vector3(side * 0.29f, 0.92f, 0.02f), Vector3(0, 0, side * 6));
+        put(body, loft({{-0.13f, 0.03f, 0.24f}, {0.13f, 0.03f, 0.27f}}, 4, 1), pal::WOOD_DARK,
+            Vector3(side * 0.28f, 0.78f, 0.02f));
     }
     Node3D *head = head_of(body, Vector3(0, 0.84f, -0.46f), Vector3(0, 0.44f, -0.26f), Vector3(0, -0.09f, -0.12f));
     Node3D *neck = below(body, "Neck");
@@ -229,7 +230,7 @@ void build_horse(Node3D *body) {
         coat, Vector3());
     for (int i = 0; i < 5; i++) {
         const float t = float(i) / 4.0f;
-        put(neck, ball(Vector3(0.055f, 0.12f, 0.1f), 6, 3), i % 2 == 0 ? mane : pal::tone(mane, 0.1f),
+        put(neck, ball(Vector3(0.055f, 0.125f, 0.105f), 5, 2), i % 2 == 0 ? mane : pal::tone(mane, 0.1f),
             Vector3(i % 2 == 0 ? 0.03f : -0.03f, 0.02f + 0.48f * t, 0.2f - 0.28f * t), Vector3(-30, 0, 0));
     }
     put(head,
@@ -249,7 +250,7 @@ void build_horse(Node3D *body) {
             Vector3(side * 0.085f, 0.14f, 0.06f), Vector3(8, 0, side * -10));
         put(head, ball(Vector3(0.02f, 0.025f, 0.02f), 5, 3), pal::tone(pale, -0.5f),
             Vector3(side * 0.05f, -0.175f, -0.405f));
-        put(head, bevel_box(Vector3(0.02f, 0.035f, 0.3f), 0.008f), pal::RED_DARK,
+        put(head, loft({{-0.018f, 0.012f, 0.16f}, {0.018f, 0.012f, 0.16f}}, 4, 1), pal::RED_DARK,
             Vector3(side * 0.135f, -0.03f, -0.12f), Vector3(-32, 0, 0));
     }
     put(below(head, "Jaw"), loft({{0, 0.075f, 0.035f}, {0.17f, 0.06f, 0.03f}}, 7, 0.3f), pal::tone(coat, -0.15f),
