@@ -480,6 +480,24 @@ TEST_F(WorldTest, TheBooksTellWhatComesAndGoesOutsideTheVerbs) {
     step_seconds(62.0);
 }
 
+TEST_F(WorldTest, TheMapTakesThePlayerToOpenLandOnly) {
+    Dictionary levels;
+    levels["land_dairy"] = 1;
+    save->data = farm(0, levels);
+    open();
+    Player *player = world->farmer();
+    world->travel_region("mill");
+    world->travel_region("atlantis");
+    EXPECT_LT(player->get_position().distance_to(Vector3(-2.5, 0, 2.9)), 0.1) << "closed or unknown: nobody moves";
+    world->travel_region("dairy");
+    EXPECT_LT(player->get_position().distance_to(Vector3(-24, 0, 1.2)), 0.1);
+    world->travel_to(Vector3(900, 0, 1), "BAKERY TRUCK");
+    step(2);
+    EXPECT_TRUE(player->at_home(player->get_position())) << "a point outside is met at the land's edge";
+    expect_engine_error("travel: no such place");
+    world->travel_to(Vector3(INFINITY, 0, 0), "NOWHERE");
+}
+
 TEST_F(WorldTest, TheBotPlaysTheFirstLoop) {
     WorldOptions::get().autoplay = true;
     open();

@@ -26,6 +26,7 @@
 #include "game/shell/purse.h"
 #include "game/shell/save.h"
 #include "game/shell/world_options.h"
+#include "game/sound/sfx.h"
 #include "names.h"
 #include "rules/levels.h"
 
@@ -373,6 +374,28 @@ void World::save_on_request() {
 
 void World::zoom_to(int step) {
     camera.set_zoom_option(step);
+}
+
+void World::travel_region(const String &id) {
+    Dictionary row = FarmData::region_by_id(id);
+    if (row.is_empty() || !land.is_open(id)) {
+        Notices::say("LOCKED: BUY THE LAND FIRST", ToastLevel::warning);
+        return;
+    }
+    player->set_position(Vector3(row["x"], 0, 1.2f));
+    Sfx::sound(TM_NAME("travel"));
+    Notices::say(row["title"]);
+}
+
+void World::travel_to(const Vector3 &point, const String &text) {
+    if (!point.is_finite()) {
+        ERR_PRINT("TILMARCH travel: no such place");
+        return;
+    }
+    travel_target = player->nearest_land(point);
+    player->set_position(*travel_target);
+    Sfx::sound(TM_NAME("travel"));
+    Notices::say(text);
 }
 
 void World::leave_visit() {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <godot_cpp/classes/node3d.hpp>
@@ -113,6 +114,10 @@ public:
     void _fit_cam();
     void _on_tap(const Vector2 &screen_pos);
     void leave_visit();
+    // The map takes the player to an open region, or to a point of the farm with `text` as what it says. While he
+    // stays there no purchase elsewhere pulls the camera away.
+    void travel_region(const String &id);
+    void travel_to(const Vector3 &point, const String &text);
     // Diagnostics walk the player: a forced wish (length 0..1) wins over all input until it is zero.
     void force_input(const Vector2 &wish) { forced_input = wish; }
 
@@ -274,6 +279,7 @@ private:
     std::unique_ptr<FarmDocument> document;
 
     Vector2 forced_input;
+    std::optional<Vector3> travel_target;
     double play_time = 0;
     double animal_mult = 1.0; // 2 under the boost of animals
     double rate_timer = 2.0;

@@ -54,6 +54,8 @@ void World::_bind_methods() {
     ClassDB::bind_method(D_METHOD("buy_guard"), &World::buy_guard);
     ClassDB::bind_method(D_METHOD("next_tile"), &World::next_tile);
     ClassDB::bind_method(D_METHOD("leave_visit"), &World::leave_visit);
+    ClassDB::bind_method(D_METHOD("travel_region", "id"), &World::travel_region);
+    ClassDB::bind_method(D_METHOD("travel_to", "point", "text"), &World::travel_to);
     ClassDB::bind_method(D_METHOD("force_input", "wish"), &World::force_input);
     ClassDB::bind_method(D_METHOD("pay", "amount", "to"), &World::pay);
     ClassDB::bind_method(D_METHOD("gain", "amount", "from"), &World::gain);

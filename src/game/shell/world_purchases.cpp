@@ -24,6 +24,7 @@ namespace tilm {
 namespace {
 
 constexpr double BURST_LIFE = 0.9;
+constexpr float TRAVEL_NEAR = 3.0f;
 
 } // namespace
 
@@ -162,6 +163,9 @@ void World::_burst(const Vector3 &pos, const Color &color) {
 }
 
 void World::_focus(const Vector3 &pos, double seconds) {
+    if (travel_target && player->get_position().distance_to(*travel_target) < TRAVEL_NEAR) {
+        return;
+    }
     camera.focus(pos, seconds);
 }
 
