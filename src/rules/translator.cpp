@@ -342,7 +342,7 @@ std::string Translator::message(std::string_view src) {
 }
 
 std::string Translator::translate_cached(const std::string &s) {
-    if (is_number_text(s)) {
+    if (!has_letter(s)) {
         return s;
     }
     if (const auto it = cache.find(s); it != cache.end()) {
@@ -363,9 +363,6 @@ std::string Translator::translate(const std::string &s) {
     if (const std::string_view core = stripped(s); !core.empty() && core.size() != s.size()) {
         const size_t front = static_cast<size_t>(core.data() - s.data());
         return s.substr(0, front) + translate_cached(std::string(core)) + s.substr(front + core.size());
-    }
-    if (!has_letter(s)) {
-        return s;
     }
     std::string out;
     if (try_rows(sentences, s, out)) {

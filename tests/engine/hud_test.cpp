@@ -6,6 +6,7 @@
 #include <godot_cpp/classes/input_event_screen_drag.hpp>
 #include <godot_cpp/classes/input_event_screen_touch.hpp>
 #include <godot_cpp/classes/progress_bar.hpp>
+#include <godot_cpp/classes/sub_viewport.hpp>
 
 #include "engine_test.h"
 #include "fake_store.h"
@@ -109,18 +110,32 @@ TEST_F(HudTest, SameToastThreeTimesIsOneRow) {
 }
 
 TEST_F(HudTest, QueuedToastsComeUpWhenRowsLeave) {
-    for (int i = 0; i < 5; ++i) {
-        hud->toast("NUMBER " + String::num_int64(i), 1);
+    struct Screen {
+        Vector2i size;
+        int rows;
+        int wait;
+    };
+    for (const Screen &screen : {Screen{Vector2i(2170, 1250), 1, 6}, Screen{Vector2i(720, 1560), 3, 4}}) {
+        SubViewport *view = add<SubViewport>();
+        view->set_size(screen.size);
+        Hud *own = memnew(Hud);
+        view->add_child(own);
+        step(2);
+        for (int i = 0; i < 7; ++i) {
+            own->toast("NUMBER " + String::num_int64(i), 1);
+        }
+        EXPECT_EQ(own->get_lane()->get_child_count(), screen.rows) << "the lane fills";
+        EXPECT_EQ(own->get_waiting(), screen.wait);
+        EXPECT_EQ(label_of(own, "NUMBER 4"), nullptr);
+        step_seconds(25.0);
+        EXPECT_EQ(own->get_lane()->get_child_count(), 0) << "all have come and gone";
+        EXPECT_EQ(own->get_waiting(), 0);
+        own->toast("   ", 1);
+        own->toast("LEVELS OUT OF RANGE", 99);
+        step();
+        EXPECT_NE(label_of(own, "LEVELS OUT OF RANGE"), nullptr);
+        memdelete(view);
     }
-    EXPECT_EQ(label_of(hud, "NUMBER 4"), nullptr);
-    step_seconds(3.6);
-    EXPECT_NE(label_of(hud, "NUMBER 4"), nullptr);
-    step_seconds(6.0);
-    EXPECT_EQ(label_of(hud, "NUMBER 4"), nullptr);
-    hud->toast("   ", 1);
-    hud->toast("LEVELS OUT OF RANGE", 99);
-    step();
-    EXPECT_NE(label_of(hud, "LEVELS OUT OF RANGE"), nullptr);
 }
 
 TEST_F(HudTest, NoticesPortReachesTheLane) {

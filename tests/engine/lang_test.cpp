@@ -82,6 +82,74 @@ TEST_F(LangTest, EmbeddedTablesAreTheFiles) {
     EXPECT_TRUE(embedded_text("ar/none.tsv").empty());
 }
 
+// Every row of the tables, asked for as a control asks: the whole translation comes, each hole where the row wants it,
+// each number isolated.
+TEST_F(LangTest, EveryRowComesThroughTheHook) {
+    const auto plain = [](const String &text) { return std::string(text.utf8().get_data()); };
+    const auto shown = [&](const std::string &english) { return plain(stage()->tr(String::utf8(english.c_str()))); };
+    std::vector<std::string> problems;
+    rules::Translator sure;
+    sure.load(embedded_text("ar/exact.tsv"), embedded_text("ar/templates.tsv"), embedded_text("ar/combinations.tsv"),
+              problems);
+    for (const rules::TablePair &row : rules::read_table(embedded_text("ar/exact.tsv"), problems)) {
+        EXPECT_EQ(shown(row.english), rules::isolate_numbers(row.translation)) << row.english;
+    }
+    const char *words[] = {"EGGS", "MILK", "WHEAT"};
+    int other_rows = 0;
+    for (const rules::TablePair &row : rules::read_table(embedded_text("ar/templates.tsv"), problems)) {
+        SCOPED_TRACE(row.english);
+        rules::SentenceRow compiled;
+        ASSERT_TRUE(rules::compile_row(row.english, row.translation, compiled));
+        std::string sample;
+        std::vector<std::string> values;
+        for (size_t i = 0; i < compiled.pieces.size(); ++i) {
+            sample += compiled.pieces[i];
+            if (i < compiled.words.size()) {
+                const std::string filling =
+                    compiled.words[i] ? words[i % 3] : std::to_string(3 + 4 * i) + (i % 2 == 1 ? ",250" : "");
+                sample += filling;
+                values.push_back(compiled.words[i] ? sure.translate_cached(filling) : filling);
+            }
+        }
+        const std::string expected = rules::isolate_numbers(rules::fill_format(row.translation, values));
+        if (rules::is_number_text(sample)) {
+            EXPECT_EQ(shown(sample), sample) << "a length of time stands as it is, unless within a sentence";
+            continue;
+        }
+        const std::string got = shown(sample);
+        // A more specific row may win: it must then hold the same numbers, isolated, and the same words.
+        if (got != expected) {
+            for (size_t i = 0; i < values.size(); ++i) {
+                EXPECT_NE(got.find(values[i]), std::string::npos) << sample << " lost " << values[i] << ": " << got;
+            }
+            EXPECT_NE(got, sample);
+            ++other_rows;
+        }
+    }
+    EXPECT_LE(other_rows, 12) << "rows that others hide";
+}
+
+TEST_F(LangTest, LengthOfTimeWithinASentence) {
+    EXPECT_EQ(tr("3H 7M"), String("3H 7M"));
+    EXPECT_EQ(tr("YOU WERE AWAY 3H 7M"), ar("كنت غايب \u20663\u2069 ساعة و \u20667\u2069 دقيقة"));
+}
+
+TEST_F(LangTest, TextsDrawnByHandAreIsolatedToo) {
+    EXPECT_EQ(Lang::t("12:30"), ar("\u206612:30\u2069"));
+    EXPECT_EQ(Lang::t("NO ROW 5 KNOWS THIS AT ALL"), ar("NO ROW \u20665\u2069 KNOWS THIS AT ALL"));
+    EXPECT_EQ(Lang::t("  SURE?"), ar("  متأكد؟")) << "blanks stay";
+    const int64_t before = Lang::cache_size();
+    EXPECT_EQ(tr("II"), String("II"));
+    EXPECT_EQ(tr("10:45"), String("10:45"));
+    EXPECT_EQ(Lang::t("10:45"), ar("\u206610:45\u2069"));
+    EXPECT_EQ(Lang::cache_size(), before) << "numbers are not kept";
+    for (int i = 0; i < 7000; ++i) {
+        stage()->tr("UNKNOWN " + String::num_int64(i) + "X TEXT");
+        ASSERT_LE(Lang::cache_size(), 3001);
+    }
+    EXPECT_EQ(tr("SURE?"), ar("متأكد؟")) << "after the cache was emptied";
+}
+
 TEST_F(LangTest, IsolateForNamesAndChat) {
     EXPECT_EQ(UI::isolate(ar("سلمى Farm 22")), ar("سلمى \u2066Farm 22\u2069"));
     EXPECT_EQ(UI::isolate(""), String(""));

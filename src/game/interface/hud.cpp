@@ -4,12 +4,14 @@
 
 #include <godot_cpp/classes/camera3d.hpp>
 #include <godot_cpp/classes/input.hpp>
+#include <godot_cpp/classes/input_event_key.hpp>
 #include <godot_cpp/classes/input_event_mouse_button.hpp>
 #include <godot_cpp/classes/input_event_screen_touch.hpp>
 #include <godot_cpp/classes/scene_tree.hpp>
 #include <godot_cpp/classes/viewport.hpp>
 #include <godot_cpp/core/class_db.hpp>
 
+#include "game/interface/build_panel.h"
 #include "game/interface/hud_frame.h"
 #include "game/interface/joystick.h"
 #include "game/interface/milestone_panels.h"
@@ -19,6 +21,7 @@
 #include "game/interface/prompt_stack.h"
 #include "game/interface/side_deck.h"
 #include "game/interface/toast_lane.h"
+#include "game/kit/focus_ring.h"
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
 #include "game/ports/store.h"
@@ -92,6 +95,15 @@ void Hud::_bind_methods() {
     ClassDB::bind_method(D_METHOD("toggle_deck"), &Hud::toggle_deck);
     ClassDB::bind_method(D_METHOD("_show_pause"), &Hud::_show_pause);
     ClassDB::bind_method(D_METHOD("_show_how_to"), &Hud::_show_how_to);
+    ClassDB::bind_method(D_METHOD("_show_build"), &Hud::_show_build);
+    ClassDB::bind_method(D_METHOD("_fill_build"), &Hud::_fill_build);
+    ClassDB::bind_method(D_METHOD("walk_bars", "on"), &Hud::walk_bars);
+    ClassDB::bind_method(D_METHOD("get_overlay"), &Hud::get_overlay);
+    ClassDB::bind_method(D_METHOD("get_panel_box"), &Hud::get_panel_box);
+    ClassDB::bind_method(D_METHOD("get_lane"), &Hud::get_lane);
+    ClassDB::bind_method(D_METHOD("get_waiting"), &Hud::get_waiting);
+    ClassDB::bind_method(D_METHOD("get_prompts"), &Hud::get_prompts);
+    ClassDB::bind_method(D_METHOD("get_deck_open"), &Hud::get_deck_open);
     ClassDB::bind_method(D_METHOD("show_offline", "seconds", "paid"), &Hud::show_offline);
     ClassDB::bind_method(D_METHOD("show_victory", "level", "money"), &Hud::show_victory);
     ClassDB::bind_method(D_METHOD("_fill_pause"), &Hud::_fill_pause);
@@ -123,11 +135,14 @@ void Hud::_ready() {
     root->add_child(stick);
     frame = std::make_unique<HudFrame>(this, root);
     deck = std::make_unique<SideDeck>(this, frame->side());
+    deck->on_toggled = [this](bool open) { frame->make_way(open); };
     prompts = std::make_unique<PromptStack>(root);
     pops = std::make_unique<MoneyPops>(root);
     panels = std::make_unique<PanelHost>(root);
     toasts = std::make_unique<ToastLane>(root);
+    ring = std::make_unique<FocusRing>(this);
     panels->on_closed = [this] {
+        build_list = false;
         toasts->make_way(false);
         if (paused_by_panel) {
             paused_by_panel = false;
@@ -144,6 +159,7 @@ void Hud::_ready() {
 void Hud::_notification(int what) {
     if (what == translation_changed && root != nullptr) {
         UI::mirror(root);
+        _relayout();
         if (panels && panels->is_open()) {
             // Texts that were laid out for the other direction are made anew once the press is over.
             call_deferred(TM_NAME("refresh_panel"));
@@ -166,8 +182,11 @@ void Hud::_process(double delta) {
         return;
     }
     prompts->step(delta);
+    toasts->keep_below(frame->bars_end());
     toasts->step(delta);
     frame->step(delta);
+    step_build_list(delta);
+    read_pad();
     if (frame->hint_shown()) {
         const bool keys =
             Input::get_singleton()
@@ -181,6 +200,10 @@ void Hud::_process(double delta) {
 }
 
 void Hud::_input(const Ref<InputEvent> &event) {
+    if (!frame) {
+        return;
+    }
+    ring->see(event);
     bool released = false;
     if (const InputEventScreenTouch *touch = Object::cast_to<InputEventScreenTouch>(event.ptr())) {
         finger_down = touch->is_pressed();
@@ -194,6 +217,81 @@ void Hud::_input(const Ref<InputEvent> &event) {
     if (released && refresh_pending) {
         refresh_pending = false;
         call_deferred(TM_NAME("refresh_panel"));
+    }
+    if (finger_down && bar_keys) {
+        walk_bars(false);
+    }
+    read_keys(event);
+}
+
+void Hud::read_keys(const Ref<InputEvent> &event) {
+    const InputEventKey *key = Object::cast_to<InputEventKey>(event.ptr());
+    if (key != nullptr && key->is_echo()) {
+        return;
+    }
+    if (event->is_action_pressed(TM_NAME("ui_cancel"))) {
+        if (panel_open()) {
+            close_panel();
+        } else if (bar_keys) {
+            walk_bars(false);
+        } else if (key != nullptr) {
+            _show_pause();
+        } else {
+            return;
+        }
+    } else if (key != nullptr && event->is_action_pressed(TM_NAME("ui_focus_next")) && !keys_taken()) {
+        walk_bars(true);
+    } else if (panel_open() && ring->keys_used() && ring->focused() == nullptr && event->is_pressed()) {
+        ring->start(panels->panel_box());
+    } else {
+        return;
+    }
+    get_viewport()->set_input_as_handled();
+}
+
+void Hud::read_pad() {
+    const Input *input = Input::get_singleton();
+    const bool start = input->is_joy_button_pressed(0, JOY_BUTTON_START);
+    const bool back = input->is_joy_button_pressed(0, JOY_BUTTON_BACK);
+    if (start && !pad_start) {
+        panel_open() ? close_panel() : _show_pause();
+    }
+    if (back && !pad_back && !panel_open()) {
+        walk_bars(!bar_keys);
+    }
+    pad_start = start;
+    pad_back = back;
+}
+
+void Hud::walk_bars(bool on) {
+    if (!frame || on == bar_keys || (on && panel_open())) {
+        return;
+    }
+    bar_keys = on;
+    for (Node *area : {static_cast<Node *>(prompts->box()), static_cast<Node *>(frame->side()),
+                       static_cast<Node *>(frame->left())}) {
+        UI::let_focus(area, on);
+    }
+    if (on) {
+        stick->release();
+        const bool asked = FocusRing::first_reachable(prompts->box()) != nullptr;
+        ring->use_keys();
+        ring->start(asked ? static_cast<Node *>(prompts->box()) : static_cast<Node *>(frame->side()));
+    }
+}
+
+// Money comes in while the list is open: what can be paid now shows at once.
+void Hud::step_build_list(double delta) {
+    constexpr double look_every = 0.4;
+    build_timer -= delta;
+    if (!build_list || build_timer > 0.0) {
+        return;
+    }
+    build_timer = look_every;
+    const uint64_t now = build_panel_state();
+    if (now != build_state) {
+        build_state = now;
+        refresh_panel();
     }
 }
 
@@ -218,10 +316,15 @@ void Hud::open_form(const String &title, const Array &tabs, const String &tab, c
         return;
     }
     deck->close();
+    walk_bars(false);
     stick->release();
     refresh_pending = false;
     panels->open(title, tabs, tab, on_tab, fill, form);
     toasts->make_way(true);
+    ring->start(panels->content());
+    if (ring->keys_used() && ring->focused() == nullptr) {
+        ring->start(panels->panel_box());
+    }
 }
 
 void Hud::close_panel() {
@@ -313,7 +416,7 @@ void Hud::show_hint(bool on) {
 }
 
 void Hud::offer_panel(const String &name, const Callable &open) {
-    if (!deck || !deck->offer(name, open)) {
+    if (!deck || !(deck->offer(name, open) || frame->offer(name, open))) {
         WARN_PRINT("TILMARCH no side button \"" + name + "\"");
     }
 }
@@ -333,7 +436,45 @@ void Hud::_show_pause() {
 }
 
 void Hud::_fill_pause() {
-    fill_pause_panel(this, content());
+    if (VBoxContainer *box = content()) {
+        fill_pause_panel(this, box);
+    }
+}
+
+void Hud::_show_build() {
+    _open_panel("BUILD", Array(), "", Callable(), Callable(this, TM_NAME("_fill_build")));
+    build_list = panel_open();
+    build_state = build_panel_state();
+}
+
+void Hud::_fill_build() {
+    if (VBoxContainer *box = content()) {
+        fill_build_panel(this, box);
+    }
+}
+
+Control *Hud::get_overlay() const {
+    return panels ? panels->layer() : nullptr;
+}
+
+Control *Hud::get_panel_box() const {
+    return panels ? panels->panel_box() : nullptr;
+}
+
+Control *Hud::get_lane() const {
+    return toasts ? toasts->box() : nullptr;
+}
+
+int64_t Hud::get_waiting() const {
+    return toasts ? toasts->waiting() : 0;
+}
+
+Control *Hud::get_prompts() const {
+    return prompts ? prompts->box() : nullptr;
+}
+
+bool Hud::get_deck_open() const {
+    return deck && deck->is_open();
 }
 
 void Hud::_show_how_to() {
@@ -346,7 +487,9 @@ void Hud::_show_how_to() {
 }
 
 void Hud::_fill_how_to() {
-    fill_how_to_panel(content());
+    if (VBoxContainer *box = content()) {
+        fill_how_to_panel(box);
+    }
 }
 
 void Hud::show_offline(int64_t seconds, int64_t paid) {

@@ -20,6 +20,7 @@
 namespace tilm {
 using namespace godot;
 
+class FocusRing;
 class HudFrame;
 class Joystick;
 class MoneyPops;
@@ -51,6 +52,8 @@ public:
     void close_panel();
     void refresh_panel();
     bool panel_open() const;
+    // Keys and pad walk a panel or the bars, not the farmer.
+    bool keys_taken() const { return panel_open() || bar_keys; }
     VBoxContainer *content() const; // of the open panel, null without one
     void _prompt(const String &key, const String &title, const String &sub, const String &yes, const Callable &on_yes,
                  const Callable &on_no, const Dictionary &options);
@@ -67,11 +70,24 @@ public:
     void show_hint(bool on); // "DRAG TO MOVE"; ends for good once the player has walked
     Joystick *joystick() const { return stick; }
 
+    // The frame's parts; null where there is none.
+    Control *get_overlay() const;
+    Control *get_panel_box() const;
+    Control *get_lane() const;
+    int64_t get_waiting() const;
+    Control *get_prompts() const;
+    bool get_deck_open() const;
+
     // Side buttons: a system that exists offers its panel under FRIENDS, BOOST, STYLE, DECOR or GOALS.
     void offer_panel(const String &name, const Callable &open);
     void toggle_deck();
 
+    // A keyboard or a pad walks the bars, the deck and the prompts: TAB, or BACK of a pad; again, or ESC, to leave.
+    void walk_bars(bool on);
+
     void _show_pause();
+    void _show_build(); // what can be bought now
+    void _fill_build();
     void _show_how_to();
     // The pay of an absence, once it has been paid: told with a button that only closes.
     void show_offline(int64_t seconds, int64_t paid);
@@ -93,6 +109,9 @@ private:
     void open_form(const String &title, const Array &tabs, const String &tab, const Callable &on_tab,
                    const Callable &fill, const PanelForm &form);
     void set_setting(const char *key, const Variant &value);
+    void read_keys(const Ref<InputEvent> &event);
+    void read_pad();
+    void step_build_list(double delta);
 
     std::unique_ptr<HudFrame> frame;
     std::unique_ptr<ToastLane> toasts;
@@ -100,11 +119,18 @@ private:
     std::unique_ptr<PanelHost> panels;
     std::unique_ptr<SideDeck> deck;
     std::unique_ptr<MoneyPops> pops;
+    std::unique_ptr<FocusRing> ring;
     Joystick *stick = nullptr;
     Control *root = nullptr;
     bool finger_down = false;
     bool refresh_pending = false;
     bool paused_by_panel = false;
+    bool bar_keys = false;
+    bool pad_start = false; // held in the last frame
+    bool pad_back = false;
+    bool build_list = false; // the open panel is the list of what can be bought
+    double build_timer = 0.0;
+    uint64_t build_state = 0;
 };
 
 } // namespace tilm

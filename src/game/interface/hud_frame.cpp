@@ -9,6 +9,7 @@
 #include <godot_cpp/core/object.hpp>
 
 #include "game/interface/hud.h"
+#include "game/kit/lang.h"
 #include "game/kit/ui.h"
 #include "names.h"
 
@@ -46,7 +47,8 @@ void set_fill(Panel *fill, double share) {
 HudFrame::HudFrame(Hud *hud, Control *root) {
     build_left(root);
     build_right(hud, root);
-    build_goal();
+    build_offers();
+    build_goal(hud);
     build_hint(root);
 }
 
@@ -69,7 +71,7 @@ void HudFrame::build_left(Control *root) {
     left_box->set_position(Vector2(20, 24));
     root->add_child(left_box);
 
-    HBoxContainer *wealth = memnew(HBoxContainer);
+    wealth = memnew(BoxContainer);
     wealth->add_theme_constant_override(TM_NAME("separation"), 10);
     wealth->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     left_box->add_child(wealth);
@@ -145,7 +147,43 @@ void HudFrame::build_right(Hud *hud, Control *root) {
     side_box->add_child(zoom);
 }
 
-void HudFrame::build_goal() {
+void HudFrame::build_offers() {
+    HBoxContainer *row = memnew(HBoxContainer);
+    row->add_theme_constant_override(TM_NAME("separation"), 10);
+    row->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
+    left_box->add_child(row);
+    static constexpr const char *icons[] = {"tasks", "top"};
+    static constexpr const char *colors[] = {"6d4c41", "b45309"};
+    for (size_t i = 0; i < std::size(places); ++i) {
+        Button *b = UI::button(places[i].name, UI::hex(colors[i]), 24, Vector2(150, 66));
+        UI::set_icon(b, icons[i]);
+        b->set_visible(false);
+        Place *place = &places[i];
+        b->connect(TM_NAME("pressed"), UI::callback(b, [place] {
+                       if (place->open.is_valid()) {
+                           place->open.call();
+                       }
+                   }));
+        row->add_child(b);
+        places[i].button = b;
+    }
+    row->set_visible(false);
+}
+
+bool HudFrame::offer(const String &name, const Callable &open) {
+    for (Place &place : places) {
+        if (name == String(place.name)) {
+            place.open = open;
+            place.button->set_visible(open.is_valid());
+            Object::cast_to<Control>(place.button->get_parent())
+                ->set_visible(places[0].open.is_valid() || places[1].open.is_valid());
+            return true;
+        }
+    }
+    return false;
+}
+
+void HudFrame::build_goal(Hud *hud) {
     goal_pill = memnew(PanelContainer);
     const Ref<StyleBoxFlat> style = UI::box(pill_dark, 24, UI::hex("4dd0e1"), 3, 4);
     style->set_content_margin(SIDE_TOP, 6);
@@ -159,6 +197,8 @@ void HudFrame::build_goal() {
     HBoxContainer *row = memnew(HBoxContainer);
     row->add_theme_constant_override(TM_NAME("separation"), 16);
     column->add_child(row);
+    row->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
+    column->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     row->add_child(UI::icon_rect("flag", 30));
     goal_label = UI::label("", 26, UI::hex("ffffff"));
     goal_label->set_h_size_flags(Control::SIZE_EXPAND_FILL);
@@ -169,7 +209,25 @@ void HudFrame::build_goal() {
     row->add_child(goal_count);
     goal_fill = bar_fill(bar_track(column, 300, 14), UI::hex("4dd0e1"));
     set_fill(goal_fill, 0.0);
+    // The whole strip is a button without a face: it opens the list of what can be bought.
+    Button *open = UI::button("", pill_dark, 26, Vector2(0, 0));
+    open->set_name("Goal");
+    open->set_tooltip_text("BUILD");
+    for (const StringName &state :
+         {TM_NAME("normal"), TM_NAME("hover"), TM_NAME("pressed"), TM_NAME("hover_pressed"), TM_NAME("disabled")}) {
+        open->add_theme_stylebox_override(state, UI::box(Color(1, 1, 1, 0), 24));
+    }
+    open->connect(TM_NAME("pressed"), Callable(hud, TM_NAME("_show_build")));
+    goal_pill->add_child(open);
     goal_pill->set_visible(false);
+}
+
+// A long name goes to a second line rather than under the buttons at the other side.
+void HudFrame::fit_goal() {
+    const String shown = Lang::t(goal_label->get_text());
+    const bool longer = UI::text_width(shown, 26) > goal_room;
+    goal_label->set_autowrap_mode(longer ? TextServer::AUTOWRAP_WORD_SMART : TextServer::AUTOWRAP_OFF);
+    goal_label->set_custom_minimum_size(Vector2(longer ? static_cast<float>(goal_room) : 0.0f, 0));
 }
 
 void HudFrame::build_hint(Control *root) {
@@ -231,12 +289,12 @@ void HudFrame::set_gold(int64_t eggs) {
     gold_pill->set_visible(eggs > 0);
 }
 
-void HudFrame::set_level_line(int level_, int percent_) {
-    if (level_ == level && percent_ == percent) {
+void HudFrame::set_level_line(int new_level, int new_percent) {
+    if (new_level == level && new_percent == percent) {
         return;
     }
-    level = level_;
-    percent = percent_;
+    level = new_level;
+    percent = new_percent;
     level_label->set_text("LV " + String::num_int64(level) + "  MY FARM " + String::num_int64(percent) + "%");
     set_fill(level_fill, percent / 100.0);
     Object::cast_to<Control>(level_label->get_parent()->get_parent())->set_visible(true);
@@ -245,15 +303,17 @@ void HudFrame::set_level_line(int level_, int percent_) {
 void HudFrame::set_mood(double mood) {
     const int shown =
         std::isfinite(mood) && mood >= 0.0 ? static_cast<int>(std::lround(std::min(mood, 1.0) * 100.0)) : -1;
-    if (shown == mood_percent) {
+    const int band = shown < 0 ? 0 : (mood >= 0.85 ? 3 : (mood >= 0.6 ? 2 : 1));
+    if (shown == mood_percent && band == mood_band) {
         return;
     }
     mood_percent = shown;
+    mood_band = band;
     mood_pill->set_visible(shown >= 0);
     if (shown < 0) {
         return;
     }
-    const double m = shown / 100.0;
+    const double m = std::min(mood, 1.0);
     const Color color = UI::hex(m >= 0.85 ? "3ddc84" : (m >= 0.6 ? "f2b73a" : "f26f6f"));
     mood_label->set_text("HAPPY " + String::num_int64(shown) + "%");
     mood_label->add_theme_color_override(TM_NAME("font_color"), color);
@@ -267,7 +327,7 @@ void HudFrame::set_next_goal(const String &text, int64_t have, int64_t need) {
     }
     goal_have = have;
     goal_need = need;
-    goal_pill->set_visible(!text.is_empty());
+    goal_pill->set_visible(!text.is_empty() && !way_made);
     if (text.is_empty()) {
         goal_text = text;
         return;
@@ -275,6 +335,7 @@ void HudFrame::set_next_goal(const String &text, int64_t have, int64_t need) {
     if (text != goal_text) {
         goal_text = text;
         goal_label->set_text("NEXT: " + text.get_slice("\n", 0));
+        fit_goal();
     }
     const int64_t shown = std::clamp<int64_t>(have, 0, std::max<int64_t>(need, 0));
     goal_count->set_text(UI::money_short(shown) + "/" + UI::money_short(need).trim_prefix("$"));
@@ -305,7 +366,42 @@ void HudFrame::step(double delta) {
 
 void HudFrame::relayout(const Vector2 &screen) {
     const bool wide = screen.x > screen.y;
+    wide_screen = wide;
+    const Vector4 safe = UI::safe_margins(screen);
+    const bool mirrored = Lang::arabic(); // the left box stands at the right then, and the screen's margins do not turn
+    const float near = 20.0f + (mirrored ? safe.z : safe.x);
+    const float far = 20.0f + (mirrored ? safe.x : safe.z);
+    left_box->set_offset(SIDE_LEFT, near);
+    left_box->set_offset(SIDE_TOP, 24.0f + safe.y);
+    side_box->set_offset(SIDE_RIGHT, -far);
+    side_box->set_offset(SIDE_LEFT, -far);
+    side_box->set_offset(SIDE_TOP, 24.0f + safe.y);
+    // Large letters need the whole width for the money alone.
+    const bool large = !wide && UI::text_size() > 100;
+    wealth->set_vertical(large);
+    Node *row = goal_label->get_parent();
+    Node *count_home = large ? row->get_parent() : row;
+    if (goal_count->get_parent() != count_home) {
+        goal_count->get_parent()->remove_child(goal_count);
+        count_home->add_child(goal_count);
+        if (large) {
+            count_home->move_child(goal_count, 1);
+        }
+    }
+    // Beside the text: buttons of the other side, flag, margins, and the count while it stands in the same line.
+    const double around = large ? 250.0 : 430.0;
+    goal_room = std::max(160.0, (wide ? 0.4 * screen.x : screen.x) - around);
+    fit_goal();
     hint->set_offset(SIDE_BOTTOM, wide ? -60 : -150);
+}
+
+double HudFrame::bars_end() const {
+    return left_box->get_position().y + left_box->get_size().y;
+}
+
+void HudFrame::make_way(bool deck_open) {
+    way_made = deck_open && !wide_screen;
+    goal_pill->set_visible(!goal_text.is_empty() && !way_made);
 }
 
 Vector2 HudFrame::money_spot() const {

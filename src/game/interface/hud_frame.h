@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include <godot_cpp/classes/box_container.hpp>
 #include <godot_cpp/classes/button.hpp>
 #include <godot_cpp/classes/control.hpp>
 #include <godot_cpp/classes/label.hpp>
@@ -30,19 +31,35 @@ public:
     void step(double delta);
     void relayout(const Vector2 &screen); // after a change of size
     Vector2 money_spot() const;           // where flying money lands, in screen units
+    double bars_end() const;              // where the bars of the left end, in units from the top
+    void make_way(bool deck_open);        // the side buttons need the room of the next goal
     void bump_money();                    // a small jump of the counter
 
     VBoxContainer *side() const { return side_box; }
+    VBoxContainer *left() const { return left_box; }
+    // A place for TASKS and TOP 10: hidden until a system offers its panel; false for any other name.
+    bool offer(const String &name, const Callable &open);
 
 private:
     PanelContainer *pill(Control *parent, const Color &color);
     void build_left(Control *root);
     void build_right(Hud *hud, Control *root);
-    void build_goal();
+    void build_goal(Hud *hud);
+    void build_offers();
+    void fit_goal();
     void build_hint(Control *root);
     void write_money();
 
+    struct Place {
+        const char *name;
+        Button *button = nullptr;
+        Callable open;
+    };
+    Place places[2] = {{"TASKS", nullptr, {}}, {"TOP 10", nullptr, {}}};
+    double goal_room = 400.0; // units that the next goal's text may take
+
     VBoxContainer *left_box = nullptr;
+    BoxContainer *wealth = nullptr;
     VBoxContainer *side_box = nullptr;
     PanelContainer *money_pill = nullptr;
     Label *money_label = nullptr;
@@ -69,7 +86,10 @@ private:
     int64_t gold = -1;
     int level = -1;
     int percent = -1;
+    bool wide_screen = false;
+    bool way_made = false;
     int mood_percent = -2;
+    int mood_band = -1; // sad, fair, happy
     String goal_text;
     int64_t goal_have = -1;
     int64_t goal_need = -1;

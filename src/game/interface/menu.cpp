@@ -1,5 +1,6 @@
 #include "game/interface/menu.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <godot_cpp/classes/button.hpp>
@@ -11,10 +12,12 @@
 #include <godot_cpp/classes/property_tweener.hpp>
 #include <godot_cpp/classes/style_box_flat.hpp>
 #include <godot_cpp/classes/tween.hpp>
+#include <godot_cpp/classes/viewport.hpp>
 #include <godot_cpp/core/class_db.hpp>
 
 #include "game/interface/menu_parts.h"
 #include "game/interface/title_scene.h"
+#include "game/kit/focus_ring.h"
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
 #include "game/ports/store.h"
@@ -37,9 +40,19 @@ void drop_children(Node *parent) {
     }
 }
 
+// The logo is a picture: the text size does not change it.
+void fixed_size(Label *label, int size) {
+    label->remove_meta(TM_NAME("text_size"));
+    label->add_theme_font_override(TM_NAME("font"), UI::font_at(size));
+    label->add_theme_font_size_override(TM_NAME("font_size"), size);
+}
+
 } // namespace
 
 bool Menu::s_name_later = false;
+
+Menu::Menu() = default;
+Menu::~Menu() = default;
 
 void Menu::_bind_methods() {
     ClassDB::bind_method(D_METHOD("_fill_card"), &Menu::_fill_card);
@@ -49,6 +62,7 @@ void Menu::_bind_methods() {
     ClassDB::bind_method(D_METHOD("_show_update", "info"), &Menu::_show_update);
     ClassDB::bind_method(D_METHOD("_fit"), &Menu::_fit);
     ClassDB::bind_static_method("Menu", D_METHOD("logo", "scale"), &Menu::logo);
+    ClassDB::bind_static_method("Menu", D_METHOD("name_from", "typed"), &Menu::name_from);
     ClassDB::bind_static_method("Menu", D_METHOD("forget_later"), &Menu::forget_later);
     ADD_SIGNAL(MethodInfo("play_pressed"));
     ADD_SIGNAL(MethodInfo("download_pressed", PropertyInfo(Variant::DICTIONARY, "info")));
@@ -66,7 +80,9 @@ void Menu::_ready() {
     UI::mirror(screen);
     screen->add_child(TitleScene::backdrop());
 
+    ring = std::make_unique<FocusRing>(this);
     MarginContainer *top = memnew(MarginContainer);
+    title_holder = top;
     top->set_anchors_preset(Control::PRESET_FULL_RECT);
     top->set_offset(SIDE_TOP, 120);
     top->set_offset(SIDE_BOTTOM, -520);
@@ -107,14 +123,6 @@ void Menu::_ready() {
     screen->add_child(language);
 
     _fill_card();
-    card_holder->set_modulate(Color(1, 1, 1, 0));
-    card_holder->set_scale(Vector2(0.9f, 0.9f));
-    const Ref<Tween> tween = card_holder->create_tween();
-    tween->set_parallel(true);
-    tween->tween_property(card_holder, NodePath("modulate:a"), 1.0, 0.55);
-    tween->tween_property(card_holder, NodePath("scale"), Vector2(1, 1), 0.55)
-        ->set_trans(Tween::TRANS_BACK)
-        ->set_ease(Tween::EASE_OUT);
     screen->connect(TM_NAME("resized"), Callable(this, TM_NAME("_fit")));
     _fit();
     if (const Store *store = Store::current()) {
@@ -128,13 +136,61 @@ void Menu::_notification(int what) {
     if (what == translation_changed && card != nullptr) {
         UI::mirror(screen);
         UI::label_lang_button(language);
+        _fit();
         call_deferred(TM_NAME("_fill_card"));
     }
 }
 
 void Menu::_fit() {
     const Vector2 size = screen->get_size();
-    card_holder->set_pivot_offset(Vector2(size.x * 0.5f, size.y - 280.0f));
+    const bool wide = size.x > size.y;
+    const Vector4 safe = UI::safe_margins(size);
+    // On a wide screen the card stands at the reading side and leaves the farm its own half.
+    const float given = wide ? -std::max(0.0f, static_cast<float>(size.x) * 0.44f) : 0.0f;
+    title_holder->set_offset(SIDE_RIGHT, given);
+    title_holder->set_offset(SIDE_TOP, 120.0f + safe.y);
+    card_holder->set_offset(SIDE_RIGHT, given);
+    card_holder->set_offset(SIDE_BOTTOM, -safe.w);
+    language->set_offset(SIDE_TOP, 24.0f + safe.y);
+    const float lean = wide ? (Lang::arabic() ? 0.44f : -0.44f) : 0.0f;
+    TitleScene::lean(lean);
+    card_holder->set_pivot_offset(Vector2((size.x + given) * 0.5f, size.y - 280.0f));
+}
+
+void Menu::reveal() {
+    card_holder->set_modulate(Color(1, 1, 1, 0));
+    card_holder->set_scale(Vector2(0.9f, 0.9f));
+    const Ref<Tween> tween = card_holder->create_tween();
+    tween->set_parallel(true);
+    tween->tween_property(card_holder, NodePath("modulate:a"), 1.0, 0.55);
+    tween->tween_property(card_holder, NodePath("scale"), Vector2(1, 1), 0.55)
+        ->set_trans(Tween::TRANS_BACK)
+        ->set_ease(Tween::EASE_OUT);
+}
+
+void Menu::start_keys() {
+    UI::let_focus(card_holder, sheet == nullptr);
+    UI::let_focus(language, sheet == nullptr);
+    if (sheet != nullptr) {
+        UI::let_focus(sheet, true);
+    }
+    ring->start(sheet != nullptr ? sheet : card_holder);
+}
+
+void Menu::_input(const Ref<InputEvent> &event) {
+    if (card == nullptr) {
+        return;
+    }
+    ring->see(event);
+    const bool typing = name_edit != nullptr && name_edit->has_focus();
+    if (event->is_action_pressed(TM_NAME("ui_cancel")) && sheet != nullptr && !sheet_stays) {
+        close_sheet();
+    } else if (ring->keys_used() && ring->focused() == nullptr && event->is_pressed() && !typing) {
+        start_keys();
+    } else {
+        return;
+    }
+    get_viewport()->set_input_as_handled();
 }
 
 Control *Menu::logo(double scale) {
@@ -154,6 +210,7 @@ Control *Menu::logo(double scale) {
     plate->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     box->add_child(plate);
     Label *word = plain_label("TILMARCH", static_cast<int>(108 * k), UI::hex("ffe082"));
+    fixed_size(word, static_cast<int>(108 * k));
     word->add_theme_color_override(TM_NAME("font_outline_color"), UI::hex("3e2210"));
     word->add_theme_constant_override(TM_NAME("outline_size"), static_cast<int>(30 * k));
     word->add_theme_color_override(TM_NAME("font_shadow_color"), Color(0, 0, 0, 0.45f));
@@ -175,6 +232,7 @@ Control *Menu::logo(double scale) {
     ribbon->add_child(slogan);
     for (const char *part : {"GROW ", "•", " BUILD ", "•", " TRADE"}) {
         Label *l = UI::label(String::utf8(part), static_cast<int>(34 * k), UI::hex("1b5e20"));
+        fixed_size(l, static_cast<int>(34 * k));
         l->add_theme_constant_override(TM_NAME("outline_size"), 0);
         slogan->add_child(l);
     }
@@ -187,13 +245,16 @@ void Menu::_fill_card() {
     }
     drop_children(card);
     name_edit = nullptr;
+    reveal();
     const String name = String(stored(TM_NAME("name"))).strip_edges();
     if (name.is_empty() && !s_name_later) {
         _fill_name();
         return;
     }
     const bool progress = has_progress();
-    card->add_child(UI::label(progress ? "WELCOME BACK, FARMER!" : "WELCOME, FARMER!", 38, UI::hex("c5e1a5")));
+    Label *head = UI::label(progress ? "WELCOME BACK, FARMER!" : "WELCOME, FARMER!", 38, UI::hex("c5e1a5"));
+    UI::fit_width(head, 530);
+    card->add_child(head);
     if (progress) {
         const Array farms = farm_rows();
         const int64_t active = active_farm();
@@ -204,6 +265,7 @@ void Menu::_fill_card() {
         }
         if (!line.is_empty()) {
             Label *who = plain_label(line, 30, UI::hex("ffffff"));
+            UI::fit_width(who, 530);
             // A Latin name at its beginning must not turn the Arabic line round.
             who->set_text_direction(Lang::arabic() ? Control::TEXT_DIRECTION_RTL : Control::TEXT_DIRECTION_LTR);
             card->add_child(who);
@@ -220,6 +282,7 @@ void Menu::_fill_card() {
     farms->connect(TM_NAME("pressed"), Callable(this, TM_NAME("_show_farms")));
     card->add_child(farms);
     card->add_child(plain_label("v" + own_version(), 22, UI::hex("b0bec5")));
+    start_keys();
 }
 
 void Menu::_fill_name() {
@@ -227,15 +290,16 @@ void Menu::_fill_name() {
         return;
     }
     drop_children(card);
-    card->add_child(UI::label("WHAT'S YOUR NAME?", 38, UI::hex("c5e1a5")));
+    Label *head = UI::label("WHAT'S YOUR NAME?", 38, UI::hex("c5e1a5"));
+    UI::fit_width(head, 530);
+    card->add_child(head);
     name_edit = memnew(LineEdit);
     name_edit->set_placeholder("NAME");
-    name_edit->set_max_length(40);
+    name_edit->set_max_length(200);
     name_edit->set_custom_minimum_size(Vector2(460, 88));
     name_edit->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
     name_edit->set_horizontal_alignment(HORIZONTAL_ALIGNMENT_CENTER);
-    name_edit->add_theme_font_override(TM_NAME("font"), UI::font_at(36));
-    name_edit->add_theme_font_size_override(TM_NAME("font_size"), 36);
+    UI::set_font_size(name_edit, 36);
     name_edit->add_theme_color_override(TM_NAME("font_color"), UI::hex("263238"));
     name_edit->add_theme_color_override(TM_NAME("font_placeholder_color"), UI::hex("90a4ae"));
     name_edit->add_theme_color_override(TM_NAME("caret_color"), UI::hex("263238"));
@@ -259,13 +323,27 @@ void Menu::_fill_name() {
                    }));
     row->add_child(later);
     name_edit->connect(TM_NAME("text_submitted"), UI::callback(this, [this] { save_name(); }));
+    start_keys();
+}
+
+String Menu::name_from(const String &typed) {
+    String plain;
+    for (int64_t i = 0; i < typed.length(); ++i) {
+        const char32_t c = typed[i];
+        const bool direction =
+            c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+        if (c >= 0x20 && c != 0x7F && !direction) {
+            plain += String::chr(static_cast<int64_t>(c));
+        }
+    }
+    return plain.strip_edges().left(name_limit).strip_edges();
 }
 
 void Menu::save_name() {
     if (name_edit == nullptr) {
         return;
     }
-    const String name = name_edit->get_text().strip_edges().left(name_limit).strip_edges();
+    const String name = name_from(name_edit->get_text());
     if (name.is_empty()) {
         return;
     }

@@ -67,6 +67,7 @@ int compare_versions(const String &a, const String &b) {
 Button *wide(const String &text, const char *color, int size) {
     Button *b = UI::button(text, UI::hex(color), size, Vector2(460, 96));
     b->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
+    UI::fit_width(b, 440);
     return b;
 }
 

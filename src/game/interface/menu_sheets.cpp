@@ -30,11 +30,16 @@ void Menu::close_sheet() {
     if (sheet != nullptr) {
         sheet->queue_free();
         sheet = nullptr;
+        sheet_stays = false;
+        start_keys();
     }
 }
 
 VBoxContainer *Menu::open_sheet() {
-    close_sheet();
+    if (sheet != nullptr) {
+        sheet->queue_free();
+    }
+    sheet_stays = false;
     sheet = memnew(Control);
     sheet->set_mouse_filter(Control::MOUSE_FILTER_STOP);
     screen->add_child(sheet);
@@ -102,6 +107,7 @@ void Menu::_show_farms() {
     Button *close = wide("CLOSE", "546e7a", 34);
     close->connect(TM_NAME("pressed"), UI::callback(this, [this] { close_sheet(); }));
     column->add_child(close);
+    start_keys();
 }
 
 Control *Menu::_farm_row(int i) {
@@ -129,6 +135,7 @@ Control *Menu::_farm_row(int i) {
     line->add_child(texts);
     Label *name = plain_label(Lang::t(row.get("name", "")), 32, UI::hex("ffffff"));
     name->set_horizontal_alignment(HORIZONTAL_ALIGNMENT_LEFT);
+    UI::fit_width(name, 260);
     texts->add_child(name);
     const double progress = progress_of(i);
     const int64_t money = farm.get("money", 0);
@@ -155,7 +162,7 @@ Control *Menu::_farm_row(int i) {
     remove->connect(TM_NAME("pressed"), UI::callback(this, [this, i, remove] {
                         if (remove->get_text() == String("X")) {
                             remove->set_text("SURE?");
-                            remove->add_theme_font_size_override(TM_NAME("font_size"), 20);
+                            UI::set_font_size(remove, 20);
                             return;
                         }
                         if (Object *owner = farms_owner()) {
@@ -210,6 +217,8 @@ void Menu::_show_update(const Dictionary &info) {
         keep->connect(TM_NAME("pressed"), UI::callback(this, [this] { close_sheet(); }));
         column->add_child(keep);
     }
+    sheet_stays = forced;
+    start_keys();
 }
 
 } // namespace tilm

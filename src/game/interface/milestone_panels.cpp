@@ -28,6 +28,9 @@ void line(VBoxContainer *content, const String &text, int size, const Color &col
     label->set_autowrap_mode(TextServer::AUTOWRAP_WORD_SMART);
     label->set_custom_minimum_size(Vector2(text_width, 0));
     label->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
+    if (!text.contains(" ")) { // a sum has no place to break
+        UI::fit_width(label, text_width);
+    }
     content->add_child(label);
 }
 

@@ -1,5 +1,8 @@
 #include "game/interface/panel_host.h"
 
+#include <algorithm>
+#include <vector>
+
 #include <godot_cpp/classes/center_container.hpp>
 #include <godot_cpp/classes/color_rect.hpp>
 #include <godot_cpp/classes/h_box_container.hpp>
@@ -27,6 +30,22 @@ int node_count(Node *node) {
         count += node_count(node->get_child(i));
     }
     return count;
+}
+
+void collect_reachable(Node *node, std::vector<Control *> &found) {
+    Control *control = Object::cast_to<Control>(node);
+    if (control != nullptr && control->get_focus_mode() == Control::FOCUS_ALL && control->is_visible_in_tree()) {
+        found.push_back(control);
+    }
+    for (int i = 0; i < node->get_child_count(); ++i) {
+        collect_reachable(node->get_child(i), found);
+    }
+}
+
+std::vector<Control *> reachable(Node *area) {
+    std::vector<Control *> found;
+    collect_reachable(area, found);
+    return found;
 }
 
 } // namespace
@@ -73,13 +92,14 @@ void PanelHost::open(const String &title, const Array &tabs, const String &tab, 
     frame->add_child(box);
 
     Label *head = UI::label(title, 50, UI::hex("ffca28"));
+    UI::fit_width(head, 600);
     box->add_child(head);
     if (!tabs.is_empty()) {
         add_tabs(box, tabs);
     }
     ScrollContainer *scroll = memnew(ScrollContainer);
-    const float list_height = tabs.is_empty() ? 760.0f : 690.0f;
-    scroll->set_custom_minimum_size(Vector2(600, form.height > 0 ? form.height : list_height));
+    const float wanted = tabs.is_empty() ? 760.0f : 690.0f;
+    scroll->set_custom_minimum_size(Vector2(600, list_height(form.height > 0 ? form.height : wanted)));
     scroll->set_horizontal_scroll_mode(ScrollContainer::SCROLL_MODE_DISABLED);
     box->add_child(scroll);
     content_box = memnew(VBoxContainer);
@@ -97,6 +117,7 @@ void PanelHost::open(const String &title, const Array &tabs, const String &tab, 
                               }
                           }));
     box->add_child(close_button);
+    UI::let_focus(box, true);
 
     // The box has its size only after the containers were laid out.
     frame->set_scale(Vector2(0.6f, 0.6f));
@@ -120,7 +141,9 @@ void PanelHost::add_tabs(VBoxContainer *column, const Array &tabs) {
     for (int64_t i = 0; i < count; ++i) {
         const String name = tabs[i];
         Button *b = UI::button(name, UI::hex("8d6e63"), 24, Vector2(width, 66));
-        b->set_clip_text(false);
+        if (UI::text_size() > 100) {
+            UI::fit_width(b, width - 20.0);
+        }
         b->set_meta(TM_NAME("tab"), name);
         b->connect(TM_NAME("pressed"), UI::callback(sheet, [this, name] {
                        open_tab = name;
@@ -147,10 +170,22 @@ void PanelHost::style_tabs() {
     }
 }
 
+// On a low screen the list gives way, so that CLOSE stays in sight.
+float PanelHost::list_height(float wanted) const {
+    constexpr float around = 380.0f;
+    const float room = static_cast<float>(overlay->get_size().y) - around * UI::text_size() / 100.0f;
+    return overlay->get_size().y > 0.0f ? std::min(wanted, std::max(room, 240.0f)) : wanted;
+}
+
 void PanelHost::refill() {
     if (content_box == nullptr) {
         return;
     }
+    // Keys stay at the same place of the list.
+    const std::vector<Control *> before = reachable(content_box);
+    const auto held = std::find_if(before.begin(), before.end(), [](Control *c) { return c->has_focus(); });
+    const size_t place = static_cast<size_t>(held - before.begin());
+    const bool restore = held != before.end();
     const uint64_t begin = Time::get_singleton()->get_ticks_msec();
     while (content_box->get_child_count() > 0) {
         Node *child = content_box->get_child(content_box->get_child_count() - 1);
@@ -163,6 +198,11 @@ void PanelHost::refill() {
     }
     if (content_box != nullptr) {
         UI::let_scroll(content_box);
+        UI::let_focus(content_box, true);
+        const std::vector<Control *> now = reachable(content_box);
+        if (restore && !now.empty()) {
+            now[std::min(place, now.size() - 1)]->grab_focus();
+        }
     }
     const uint64_t took = Time::get_singleton()->get_ticks_msec() - begin;
     if (took >= slow_fill_ms && content_box != nullptr) {

@@ -34,12 +34,14 @@ public:
     String title() const { return open_title; }
     String tab() const { return open_tab; }
     Control *layer() const { return overlay; }
+    Control *panel_box() const { return box; }
 
     std::function<void()> on_closed; // runs after each close
 
 private:
     void add_tabs(VBoxContainer *column, const Array &tabs);
     void style_tabs();
+    float list_height(float wanted) const;
 
     Control *overlay = nullptr;
     Control *sheet = nullptr; // all of one opening, freed with it

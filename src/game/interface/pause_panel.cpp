@@ -61,7 +61,7 @@ void add_volume(VBoxContainer *content, const char *text, const char *icon, cons
     HBoxContainer *row = row_of(content, text, icon);
     const String name = group;
     const double now = stored_setting((String("vol_") + name).utf8().get_data(), 0.8);
-    row->add_child(volume_bar(now, 300, [name](double v) {
+    row->add_child(volume_bar(now, UI::text_size() > 100 ? 210 : 300, [name](double v) {
         if (Sfx *sfx = Sfx::get()) {
             sfx->set_volume(name, v);
             if (name == String("effects")) {
@@ -84,6 +84,21 @@ Button *wide_button(Hud *hud, VBoxContainer *content, const char *text, const ch
     b->connect(TM_NAME("pressed"), Callable(hud, method));
     content->add_child(b);
     return b;
+}
+
+void add_text_size(Hud *hud, VBoxContainer *content) {
+    HBoxContainer *row = row_of(content, "TEXT SIZE", "zoom_in");
+    Button *b = UI::button(String::num_int64(UI::text_size()) + "%", UI::hex("00897b"), 28, Vector2(160, 72));
+    b->set_name("TextSize");
+    b->connect(TM_NAME("pressed"), UI::callback(hud, [hud] {
+                   const int now = UI::text_size();
+                   const int next = now >= 150 ? 100 : now + 25;
+                   store_setting("text_size", next);
+                   UI::set_text_size(next);
+                   hud->_relayout();
+                   hud->call_deferred(TM_NAME("refresh_panel"));
+               }));
+    row->add_child(b);
 }
 
 void heading(VBoxContainer *content, const char *text) {
@@ -110,6 +125,7 @@ Control *volume_bar(double value, double width, std::function<void(double)> on_c
     bar->set_custom_minimum_size(Vector2(width, 52));
     bar->set_v_size_flags(Control::SIZE_SHRINK_CENTER);
     bar->set_layout_direction(Control::LAYOUT_DIRECTION_LTR);
+    bar->set_meta(TM_NAME("keys"), true);
     bar->set_meta(TM_NAME("step"), static_cast<int>(std::lround(std::clamp(value, 0.0, 1.0) * steps)));
     bar->connect(
         TM_NAME("draw"), UI::callback(bar, [bar] {
@@ -130,6 +146,23 @@ Control *volume_bar(double value, double width, std::function<void(double)> on_c
     bar->connect(TM_NAME("gui_input"),
                  UI::callback_arg(bar, [bar, on_change = std::move(on_change)](const Variant &event) {
                      Object *object = event;
+                     const auto set_step = [bar, &on_change](int wanted) {
+                         const int step = std::clamp(wanted, 0, steps);
+                         if (step != static_cast<int>(bar->get_meta(TM_NAME("step")))) {
+                             bar->set_meta(TM_NAME("step"), step);
+                             bar->queue_redraw();
+                             on_change(static_cast<double>(step) / steps);
+                         }
+                     };
+                     if (const InputEvent *keys = Object::cast_to<InputEvent>(object)) {
+                         const int now = bar->get_meta(TM_NAME("step"));
+                         const bool less = keys->is_action_pressed(TM_NAME("ui_left"), true);
+                         if (less || keys->is_action_pressed(TM_NAME("ui_right"), true)) {
+                             set_step(now + (less ? -1 : 1));
+                             bar->accept_event();
+                             return;
+                         }
+                     }
                      Vector2 at;
                      if (const InputEventMouseButton *button = Object::cast_to<InputEventMouseButton>(object)) {
                          if (!button->is_pressed() || button->get_button_index() != MOUSE_BUTTON_LEFT) {
@@ -145,13 +178,7 @@ Control *volume_bar(double value, double width, std::function<void(double)> on_c
                          return;
                      }
                      const double share = at.x / std::max(1.0f, static_cast<float>(bar->get_size().x));
-                     const int step = std::clamp(static_cast<int>(std::floor(share * steps + 0.6)), 0, steps);
-                     if (step == static_cast<int>(bar->get_meta(TM_NAME("step")))) {
-                         return;
-                     }
-                     bar->set_meta(TM_NAME("step"), step);
-                     bar->queue_redraw();
-                     on_change(static_cast<double>(step) / steps);
+                     set_step(static_cast<int>(std::floor(share * steps + 0.6)));
                  }));
     return bar;
 }
@@ -169,6 +196,7 @@ void fill_pause_panel(Hud *hud, VBoxContainer *content) {
     add_volume(content, "VOICE", "mic", "voice");
     HBoxContainer *language = row_of(content, "LANGUAGE", "lang");
     language->add_child(UI::lang_button(28, Vector2(260, 72)));
+    add_text_size(hud, content);
     wide_button(hud, content, "HOW TO PLAY", "1e88e5", "help", TM_NAME("_show_how_to"));
     wide_button(hud, content, "SAVE GAME", "00897b", "save", TM_NAME("save_pressed"));
     wide_button(hud, content, "SAVE & MENU", "ef6c00", "home", TM_NAME("home_pressed"));

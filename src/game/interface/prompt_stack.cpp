@@ -33,7 +33,8 @@ PromptStack::PromptStack(Control *root) {
 }
 
 void PromptStack::relayout(const Vector2 &screen) {
-    stack->set_offset(SIDE_BOTTOM, screen.y > screen.x ? -120 : -28);
+    stack->set_offset(SIDE_BOTTOM,
+                      (screen.y > screen.x && UI::text_size() == 100 ? -120 : -28) - UI::safe_margins(screen).w);
 }
 
 bool PromptStack::has(const String &key) const {

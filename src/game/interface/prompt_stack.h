@@ -26,6 +26,7 @@ public:
     int count() const { return static_cast<int>(cards.size()); }
     void step(double delta);
     void relayout(const Vector2 &screen);
+    VBoxContainer *box() const { return stack; }
 
 private:
     struct Card {

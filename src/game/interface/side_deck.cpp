@@ -82,6 +82,9 @@ void SideDeck::close() {
 
 void SideDeck::show_buttons(bool on) {
     open = on;
+    if (on_toggled) {
+        on_toggled(on);
+    }
     UI::set_icon(round, on ? "close" : "menu");
     const Ref<Tween> tween = list->create_tween();
     tween->set_parallel(true);

@@ -2,6 +2,7 @@
 // The MENU button and the side buttons that it unfolds. Only panels whose system exists are offered.
 
 #include <array>
+#include <functional>
 
 #include <godot_cpp/classes/button.hpp>
 #include <godot_cpp/classes/control.hpp>
@@ -24,6 +25,8 @@ public:
     void close();
     bool is_open() const { return open; }
     int offered() const;
+
+    std::function<void(bool)> on_toggled; // open or not
 
 private:
     struct Slot {

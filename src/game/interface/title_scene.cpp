@@ -62,6 +62,7 @@ Ref<ArrayMesh> tuft_mesh() {
 } // namespace
 
 uint64_t TitleScene::s_instance = 0;
+float TitleScene::s_lean = 0.0f;
 
 void TitleScene::_bind_methods() {
     ClassDB::bind_method(D_METHOD("_fit"), &TitleScene::_fit);
@@ -107,6 +108,16 @@ void TitleScene::release() {
     s_instance = 0;
 }
 
+void TitleScene::lean(float share) {
+    if (s_lean == share) {
+        return;
+    }
+    s_lean = share;
+    if (TitleScene *live = current()) {
+        live->_fit();
+    }
+}
+
 void TitleScene::fit_to(const Vector2 &size) {
     if (size.x < 8.0f || size.y < 8.0f) {
         return;
@@ -119,6 +130,9 @@ void TitleScene::fit_to(const Vector2 &size) {
         camera->set_fov(wide ? 44.0f : 56.0f);
         camera->look_at_from_position(wide ? Vector3(0, 6.6f, 18.0f) : Vector3(0, 7.0f, 22.0f),
                                       wide ? Vector3(0, 2.4f, 0) : Vector3(0, 4.2f, 3.0f));
+        // Sideways without turning: as far as the middle of the farm, 20 away, needs for this share.
+        const float half_width = 20.0f * std::tan(0.5f * camera->get_fov() * 0.0174533f) * size.x / size.y;
+        camera->set_h_offset(s_lean * half_width);
     }
 }
 

@@ -22,6 +22,8 @@ public:
     static TextureRect *backdrop();
     static TitleScene *current(); // null when none lives
     static void release();        // frees the shared scene, as when the farm is on the screen
+    // Shifts the farm aside by this share of half the screen's width, below 0 to the right.
+    static void lean(float share);
 
     void _ready() override;
     void _process(double delta) override;
@@ -51,6 +53,7 @@ private:
     void wander(Wanderer &w, float delta);
 
     static uint64_t s_instance;
+    static float s_lean;
 
     Node3D *stage = nullptr;
     Node3D *sails = nullptr;

@@ -18,7 +18,8 @@ namespace {
 
 constexpr double slide = 0.22;
 constexpr int font_size = 30;
-constexpr int lane_room = 3;
+constexpr int tall_room = 3; // rows; a wide screen has little height to spare
+constexpr int wide_room = 1;
 
 struct Look {
     const char *face;
@@ -51,15 +52,26 @@ ToastLane::ToastLane(Control *root) {
 }
 
 void ToastLane::relayout(const Vector2 &screen) {
-    const bool tall = screen.y > 1.15 * screen.x;
-    queue.set_limits(lane_room, tall ? 4 : 6);
-    below_bars = tall ? 350.0f : 28.0f;
+    tall = screen.y > 1.15 * screen.x;
+    queue.set_limits(tall ? tall_room : wide_room, tall ? 4 : 6);
+    const Vector4 safe = UI::safe_margins(screen);
+    top = 24.0f + safe.y;
+    below_bars = (tall ? 350.0f : 28.0f) + safe.y;
     text_room = tall ? std::min(560.0, screen.x - 160.0) : 620.0;
     lane->set_offset(SIDE_TOP, below_bars);
 }
 
+void ToastLane::keep_below(double bars_end) {
+    const float wanted = static_cast<float>(bars_end) + 16.0f;
+    if (tall && wanted != below_bars) {
+        below_bars = wanted;
+        make_way(over_panel);
+    }
+}
+
 void ToastLane::make_way(bool panel_open) {
-    lane->set_offset(SIDE_TOP, panel_open ? 24.0f : below_bars);
+    over_panel = panel_open;
+    lane->set_offset(SIDE_TOP, panel_open ? top : below_bars);
 }
 
 void ToastLane::add(const String &text, int level) {

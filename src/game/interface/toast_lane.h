@@ -19,7 +19,8 @@ public:
     void add(const String &text, int level);
     void step(double delta);
     void relayout(const Vector2 &screen);
-    void make_way(bool panel_open); // an open panel's title must stay readable
+    void keep_below(double bars_end); // of a tall screen: its bars take the whole width
+    void make_way(bool panel_open);   // an open panel's title must stay readable
 
     int rows() const { return static_cast<int>(queue.lane().size()); }
     int waiting() const { return static_cast<int>(queue.waiting()); }
@@ -40,7 +41,10 @@ private:
     VBoxContainer *lane = nullptr;
     std::unordered_map<int, Row> shown;
     double text_room = 560.0;
+    bool tall = true;
+    bool over_panel = false;
     float below_bars = 430.0f;
+    float top = 24.0f;
 };
 
 } // namespace tilm

@@ -7,6 +7,7 @@
 #include <godot_cpp/classes/translation_server.hpp>
 #include <godot_cpp/classes/window.hpp>
 #include <godot_cpp/core/class_db.hpp>
+#include <godot_cpp/variant/dictionary.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
 #include "game/kit/embedded_text.h"
@@ -19,6 +20,8 @@ constexpr int translation_changed = 2010;
 
 std::unique_ptr<rules::Translator> tables;
 Ref<Lang> *instance = nullptr;
+// What the hook answered, in the engine's own names: a repeat costs one look-up and no text is made.
+Dictionary *answers = nullptr;
 
 String engine_text(const std::string &text) {
     return String::utf8(text.data(), static_cast<int64_t>(text.size()));
@@ -39,7 +42,14 @@ void Lang::setup_statics() {
     if (instance == nullptr) {
         instance = new Ref<Lang>();
     }
-    Statics::on_release(&Lang::shutdown);
+    if (answers == nullptr) {
+        answers = new Dictionary();
+    }
+    Statics::on_release([] {
+        Lang::shutdown();
+        delete answers;
+        answers = nullptr;
+    });
 }
 
 void Lang::_bind_methods() {
@@ -48,6 +58,11 @@ void Lang::_bind_methods() {
     ClassDB::bind_static_method("Lang", D_METHOD("apply", "l"), &Lang::apply);
     ClassDB::bind_static_method("Lang", D_METHOD("arabic"), &Lang::arabic);
     ClassDB::bind_static_method("Lang", D_METHOD("t", "s"), &Lang::t);
+    ClassDB::bind_static_method("Lang", D_METHOD("get_lang"), &Lang::current);
+    ClassDB::bind_static_method("Lang", D_METHOD("get_instance"), &Lang::get_instance);
+    ClassDB::bind_static_method("Lang", D_METHOD("get_trmiss"), &Lang::get_trmiss);
+    ClassDB::bind_static_method("Lang", D_METHOD("set_trmiss", "on"), &Lang::set_trmiss);
+    ClassDB::bind_static_method("Lang", D_METHOD("cache_size"), &Lang::cache_size);
 }
 
 rules::Translator *Lang::translator() {
@@ -108,16 +123,40 @@ String Lang::t(const String &s) {
     if (!s_arabic || s.is_empty()) {
         return s;
     }
-    return engine_text(translator()->message(plain_text(s)));
+    return engine_text(rules::isolate_numbers(translator()->translate_cached(plain_text(s))));
+}
+
+Ref<Lang> Lang::get_instance() {
+    return instance != nullptr ? *instance : Ref<Lang>();
+}
+
+int64_t Lang::cache_size() {
+    return tables ? static_cast<int64_t>(tables->cache_size()) : 0;
 }
 
 StringName Lang::_get_message(const StringName &src, const StringName &) const {
     if (!s_arabic) {
         return src;
     }
+    if (answers != nullptr) {
+        const Variant known = answers->get(src, Variant());
+        if (known.get_type() == Variant::STRING_NAME) {
+            return known;
+        }
+    }
     const std::string english = plain_text(src);
+    if (!rules::has_letter(english) || rules::is_number_text(english)) {
+        return src;
+    }
     const std::string shown = translator()->message(english);
-    return shown == english ? src : StringName(engine_text(shown));
+    const StringName answer = shown == english ? src : StringName(engine_text(shown));
+    if (answers != nullptr) {
+        if (static_cast<size_t>(answers->size()) >= rules::Translator::cache_limit) {
+            answers->clear();
+        }
+        (*answers)[src] = answer;
+    }
+    return answer;
 }
 
 } // namespace tilm

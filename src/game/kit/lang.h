@@ -22,8 +22,11 @@ public:
     static void apply(const String &l); // "en" or "ar": stores it and makes every control read its text anew
     static bool arabic() { return s_arabic; }
     static String current() { return s_arabic ? "ar" : "en"; }
-    static String t(const String &s);                  // for text drawn by hand
+    static String t(const String &s); // for text drawn by hand: translated, with numbers isolated
+    static Ref<Lang> get_instance();  // null before setup and after shutdown
+    static bool get_trmiss() { return s_trmiss; }
     static void set_trmiss(bool on) { s_trmiss = on; } // log texts without a row
+    static int64_t cache_size();                       // texts that are remembered
 
     StringName _get_message(const StringName &src, const StringName &context) const override;
 

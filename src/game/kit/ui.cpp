@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include <godot_cpp/classes/font_file.hpp>
 #include <godot_cpp/classes/font_variation.hpp>
@@ -82,6 +83,18 @@ Color dim(const Color &c, float k) {
     return Color(c.r * k, c.g * k, c.b * k, c.a);
 }
 
+// Lines that words of these widths take when a line holds `room`.
+int line_count(const std::vector<double> &widths, double blank, double room) {
+    int count = 1;
+    double used = 0.0;
+    for (size_t i = 0; i < widths.size(); ++i) {
+        const bool fresh = i > 0 && used + blank + widths[i] > room;
+        count += fresh ? 1 : 0;
+        used = i == 0 || fresh ? widths[i] : used + blank + widths[i];
+    }
+    return count;
+}
+
 int outline_of(int size) {
     return size / 4 + 2;
 }
@@ -117,6 +130,13 @@ void UI::_bind_methods() {
     ClassDB::bind_static_method("UI", D_METHOD("money", "amount"), &UI::money);
     ClassDB::bind_static_method("UI", D_METHOD("card", "text", "portrait", "width"), &UI::card);
     ClassDB::bind_static_method("UI", D_METHOD("card_repeat", "card"), &UI::card_repeat);
+    ClassDB::bind_static_method("UI", D_METHOD("set_icon", "button", "name"), &UI::set_icon);
+    ClassDB::bind_static_method("UI", D_METHOD("box", "color", "radius", "border", "border_width", "shadow"), &UI::box,
+                                DEFVAL(Color(0, 0, 0, 0)), DEFVAL(0), DEFVAL(0));
+    ClassDB::bind_static_method("UI", D_METHOD("toggle", "on", "scale", "on_toggled"), &UI::toggle);
+    ClassDB::bind_static_method("UI", D_METHOD("portrait", "size", "color", "texture"), &UI::portrait);
+    ClassDB::bind_static_method("UI", D_METHOD("text_size"), &UI::text_size);
+    ClassDB::bind_static_method("UI", D_METHOD("set_text_size", "percent"), &UI::set_text_size);
 }
 
 Ref<Font> UI::font() {
@@ -227,11 +247,10 @@ Ref<StyleBoxFlat> UI::box(const Color &color, int radius, const Color &border, i
 Label *UI::label(const String &text, int size, const Color &color) {
     Label *l = memnew(Label);
     l->set_text(text);
-    l->add_theme_font_override(TM_NAME("font"), font_at(size));
-    l->add_theme_font_size_override(TM_NAME("font_size"), size);
+    set_font_size(l, size);
     l->add_theme_color_override(TM_NAME("font_color"), color);
     l->add_theme_color_override(TM_NAME("font_outline_color"), dark_outline);
-    l->add_theme_constant_override(TM_NAME("outline_size"), outline_of(size));
+    l->add_theme_constant_override(TM_NAME("outline_size"), outline_of(scaled(size)));
     l->set_horizontal_alignment(HORIZONTAL_ALIGNMENT_CENTER);
     l->set_vertical_alignment(VERTICAL_ALIGNMENT_CENTER);
     l->set_text_direction(Control::TEXT_DIRECTION_AUTO);
@@ -254,9 +273,8 @@ Button *UI::button(const String &text, const Color &color, int size, const Vecto
     Button *b = memnew(Button);
     b->set_text(text);
     b->set_custom_minimum_size(min_size);
-    b->add_theme_font_override(TM_NAME("font"), font_at(size));
-    b->add_theme_font_size_override(TM_NAME("font_size"), size);
-    b->add_theme_constant_override(TM_NAME("outline_size"), outline_of(size));
+    set_font_size(b, size);
+    b->add_theme_constant_override(TM_NAME("outline_size"), outline_of(scaled(size)));
     b->add_theme_color_override(TM_NAME("font_outline_color"), dark_outline);
     for (const char *state :
          {"font_color", "font_hover_color", "font_pressed_color", "font_hover_pressed_color", "font_focus_color"}) {
@@ -444,25 +462,36 @@ String UI::isolate(const String &text) {
 String UI::wrapped(const String &text, int size, double width) {
     String out;
     const PackedStringArray lines = text.split("\n");
+    const double blank = text_width(" ", size);
     for (int64_t i = 0; i < lines.size(); ++i) {
-        String line;
         const PackedStringArray words = lines[i].split(" ");
+        std::vector<double> widths;
         for (int64_t w = 0; w < words.size(); ++w) {
-            const String longer = w == 0 ? words[w] : line + " " + words[w];
-            if (w > 0 && text_width(longer, size) > width) {
-                out += line + "\n";
-                line = words[w];
-            } else {
-                line = longer;
-            }
+            widths.push_back(text_width(words[w], size));
         }
-        out += line + (i + 1 < lines.size() ? "\n" : "");
+        // As many lines as the width asks for, but none of them much shorter than the others.
+        const int wanted = line_count(widths, blank, width);
+        double room = width;
+        for (double less = width * 0.95; wanted > 1 && less > width * 0.4; less -= width * 0.05) {
+            if (line_count(widths, blank, less) > wanted) {
+                break;
+            }
+            room = less;
+        }
+        double used = 0.0;
+        for (int64_t w = 0; w < words.size(); ++w) {
+            const double one = widths[static_cast<size_t>(w)];
+            const bool fresh = w == 0 || used + blank + one > room;
+            out += (w == 0 ? String() : (fresh ? String("\n") : String(" "))) + words[w];
+            used = fresh ? one : used + blank + one;
+        }
+        out += i + 1 < lines.size() ? "\n" : "";
     }
     return out;
 }
 
 double UI::text_width(const String &text, int size) {
-    return font()->get_string_size(text, HORIZONTAL_ALIGNMENT_LEFT, -1, size).x;
+    return font()->get_string_size(text, HORIZONTAL_ALIGNMENT_LEFT, -1, scaled(size)).x;
 }
 
 String UI::money(int64_t amount) {

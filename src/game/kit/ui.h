@@ -16,7 +16,9 @@
 #include <godot_cpp/classes/theme.hpp>
 #include <godot_cpp/variant/callable.hpp>
 #include <godot_cpp/variant/color.hpp>
+#include <godot_cpp/variant/rect2.hpp>
 #include <godot_cpp/variant/string.hpp>
+#include <godot_cpp/variant/vector4.hpp>
 
 namespace tilm {
 using namespace godot;
@@ -31,6 +33,19 @@ public:
     // The same font with lines as tight as Latin text needs them; its Arabic part alone would set them far apart.
     static Ref<Font> font_at(int size);
     static Ref<Theme> theme(); // shared by the whole game: the font at size 34
+
+    // Text size in percent, 100, 125 or 150: all text of the kit is drawn by it. A change reaches every control that
+    // stands; what was laid out by hand has to be made anew.
+    static int text_size();
+    static void set_text_size(int64_t percent);
+    static int scaled(int size);                           // a font size by the chosen text size
+    static void set_font_size(Control *control, int size); // of a label, button or line edit, unscaled
+    static void fit_width(Control *control, double width); // smaller letters until its text fits
+    // Margins that a notch or a rounded corner takes off a screen of this logical size: left, top, right, bottom.
+    static Vector4 safe_margins(const Vector2 &screen);
+    static Vector4 margins_of(const Vector2 &window, const Rect2 &safe, const Vector2 &screen);
+    // A keyboard or a pad walks the buttons below; a ring shows where it is (focus_ring.h).
+    static void let_focus(Node *content, bool on);
 
     // res://assets/icons/<name>.svg, null (and one log line) when it is not there.
     static Ref<Texture2D> icon(const String &name);

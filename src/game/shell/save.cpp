@@ -8,6 +8,7 @@
 #include <godot_cpp/core/error_macros.hpp>
 
 #include "game/kit/lang.h"
+#include "game/kit/ui.h"
 #include "game/shell/save_rows.h"
 #include "game/shell/save_text.h"
 #include "names.h"
@@ -97,6 +98,7 @@ void Save::choose_language() {
     language_set_up = true;
     Lang::set_trmiss(arg_list.has("--trmiss"));
     Lang::apply(code);
+    UI::set_text_size(text_size);
 }
 
 void Save::enter_visit(const Dictionary &farm) {
@@ -190,6 +192,7 @@ void Save::_bind_methods() {
     TM_BIND_FIELD(Save, Variant::BOOL, voice_open);
     TM_BIND_FIELD(Save, Variant::INT, zoom);
     TM_BIND_FIELD(Save, Variant::INT, quality);
+    TM_BIND_FIELD(Save, Variant::INT, text_size);
     TM_BIND_FIELD(Save, Variant::STRING, lang);
     TM_BIND_FIELD(Save, Variant::STRING, player_name); // `name` is every node's own
     TM_BIND_FIELD(Save, Variant::ARRAY, farms);

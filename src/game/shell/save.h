@@ -74,6 +74,7 @@ public:
     TM_FIELD(bool, voice_open, false)
     TM_FIELD(int64_t, zoom, 1)
     TM_FIELD(int64_t, quality, 0)
+    TM_FIELD(int64_t, text_size, 100) // percent
     String lang;
     void set_lang(const String &code); // stores and writes; applying it is Lang's
     String get_lang() const { return lang; }

@@ -39,6 +39,7 @@ inline constexpr SaveKey<double> VOLUME_KEYS[] = {
 };
 inline constexpr SaveKey<int64_t> WHOLE_KEYS[] = {
     {"zoom", &Save::zoom, 1, 0, 2}, {"quality", &Save::quality, 0, 0, 3},
+    {"text_size", &Save::text_size, 100, 100, 150},
     {"net_nudge_at", &Save::net_nudge_at, 0, INT64_MIN, INT64_MAX},
 };
 inline constexpr TextKey TEXT_KEYS[] = {

@@ -23,6 +23,7 @@
 #include "game/shell/cinematic.h"
 #include "game/shell/farm_document.h"
 #include "game/shell/logistics.h"
+#include "game/shell/offer_desk.h"
 #include "game/shell/purse.h"
 #include "game/shell/save.h"
 #include "game/shell/world_options.h"

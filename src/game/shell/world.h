@@ -36,6 +36,7 @@ class Hud;
 class Item;
 class ItemBatch;
 class Logistics;
+class OfferDesk;
 class Player;
 class Producer;
 class Purse;
@@ -276,6 +277,7 @@ private:
     std::unique_ptr<Assembly> assembly;
     std::unique_ptr<Purse> purse;
     std::unique_ptr<Logistics> logistics;
+    std::unique_ptr<OfferDesk> offers;
     std::unique_ptr<FarmDocument> document;
 
     Vector2 forced_input;

@@ -17,6 +17,7 @@
 #include "game/shell/assembly.h"
 #include "game/shell/cinematic.h"
 #include "game/shell/farm_document.h"
+#include "game/shell/offer_desk.h"
 #include "game/shell/purse.h"
 #include "game/shell/save.h"
 #include "game/shell/world.h"
@@ -98,6 +99,7 @@ void World::build_scene() {
         bot->setup(this);
     }
     arrow.build(this);
+    offers = std::make_unique<OfferDesk>(*this);
     get_viewport()->connect("size_changed", callable_mp(this, &World::_fit_cam));
     camera.set_distance(static_cast<float>(WorldOptions::get().zoom));
     camera.place(player->get_position());

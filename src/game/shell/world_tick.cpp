@@ -17,6 +17,7 @@
 #include "game/interface/joystick.h"
 #include "game/shell/cinematic.h"
 #include "game/shell/farm_document.h"
+#include "game/shell/offer_desk.h"
 #include "game/shell/purse.h"
 #include "game/shell/save.h"
 #include "game/shell/world.h"
@@ -74,7 +75,8 @@ void World::_process(double delta) {
         guide_timer -= delta;
         if (guide_timer <= 0) {
             guide_timer = GUIDE_SECONDS;
-            UnlockTile *aim = purchases.next_tile();
+            UnlockTile *asked = purchases.tile_of(offers->wanted());
+            UnlockTile *aim = asked != nullptr ? asked : purchases.next_tile();
             arrow.aim(aim != nullptr, aim ? aim->get_position() : Vector3());
             const UnlockTile *goal = aim != nullptr ? aim : purchases.cheapest_tile();
             hud_node->set_next_goal(goal ? goal->get_title() : String(), money, goal ? goal->remaining() : 0);
@@ -102,7 +104,7 @@ void World::read_input(double delta) {
                   static_cast<float>(input->is_physical_key_pressed(KEY_W));
         wish = wish.limit_length(1.0);
     }
-    if (visiting || hud_node->panel_open()) {
+    if (visiting || hud_node->keys_taken()) {
         wish = Vector2();
     }
     if (cinema->is_playing()) {
