@@ -494,7 +494,7 @@ void Hud::_fill_how_to() {
 
 void Hud::show_offline(int64_t seconds, int64_t paid) {
     PanelForm form;
-    form.height = 430;
+    form.height = 4.9f * static_cast<float>(UI::text_size());
     form.close_text = "COLLECT";
     form.close_color = "43a047";
     form.on_close_press = UI::callback(this, [] {
@@ -507,7 +507,7 @@ void Hud::show_offline(int64_t seconds, int64_t paid) {
 
 void Hud::show_victory(int64_t level, int64_t money) {
     PanelForm form;
-    form.height = 430;
+    form.height = 4.9f * static_cast<float>(UI::text_size());
     form.close_text = "KEEP PLAYING";
     form.close_color = "43a047";
     open_form("YOU DID IT!", Array(), "", Callable(),

@@ -61,6 +61,7 @@ void Menu::_bind_methods() {
     ClassDB::bind_method(D_METHOD("_farm_row", "i"), &Menu::_farm_row);
     ClassDB::bind_method(D_METHOD("_show_update", "info"), &Menu::_show_update);
     ClassDB::bind_method(D_METHOD("_fit"), &Menu::_fit);
+    ClassDB::bind_method(D_METHOD("close_sheet"), &Menu::close_sheet);
     ClassDB::bind_static_method("Menu", D_METHOD("logo", "scale"), &Menu::logo);
     ClassDB::bind_static_method("Menu", D_METHOD("name_from", "typed"), &Menu::name_from);
     ClassDB::bind_static_method("Menu", D_METHOD("forget_later"), &Menu::forget_later);
@@ -227,7 +228,8 @@ Control *Menu::logo(double scale) {
     ribbon->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     box->add_child(ribbon);
     HBoxContainer *slogan = memnew(HBoxContainer);
-    slogan->add_theme_constant_override(TM_NAME("separation"), 0);
+    // The blanks at the ends of the words fall away where the line runs to the left.
+    slogan->add_theme_constant_override(TM_NAME("separation"), Lang::arabic() ? static_cast<int>(9 * k) : 0);
     UI::mirror(slogan);
     ribbon->add_child(slogan);
     for (const char *part : {"GROW ", "•", " BUILD ", "•", " TRADE"}) {

@@ -33,6 +33,7 @@ public:
     Control *_farm_row(int i);
     void _show_update(const Dictionary &info);
     void _fit();
+    void close_sheet();
     static Control *logo(double scale);
     static String name_from(const String &typed); // as it is kept: no blanks around, no marks of direction, 16 letters
 
@@ -45,7 +46,6 @@ protected:
 private:
     void start_farm();
     void save_name();
-    void close_sheet();
     VBoxContainer *open_sheet();
 
     void reveal();     // the card grows and fades in

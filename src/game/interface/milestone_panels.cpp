@@ -14,7 +14,7 @@ const Color ink = Color(0.16f, 0.20f, 0.25f);
 constexpr double text_width = 560;
 
 void picture(VBoxContainer *content, const char *icon, const char *color) {
-    TextureRect *rect = UI::icon_rect(icon, 110);
+    TextureRect *rect = UI::icon_rect(icon, UI::text_size() > 100 ? 80 : 110);
     rect->set_modulate(UI::hex(color));
     rect->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
     content->add_child(rect);

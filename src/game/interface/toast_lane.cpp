@@ -140,6 +140,9 @@ ToastLane::Row ToastLane::make_row(const rules::ToastQueue::Toast &toast) {
     row.count->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED);
     row.count->set_visible(false);
     line->add_child(row.count);
+    // A row is as large as it came: another text size is for the next ones.
+    label->remove_meta(TM_NAME("text_size"));
+    row.count->remove_meta(TM_NAME("text_size"));
     row.slot->add_child(panel);
     lane->add_child(row.slot);
     const Vector2 size = panel->get_combined_minimum_size();
