@@ -14,6 +14,7 @@ func tables() -> Array:
 
 
 func _initialize() -> void:
+    Lang.setup()
     Lang.apply("ar")
     var file := ""
     var list_rows := false
@@ -30,8 +31,8 @@ func _initialize() -> void:
         texts[text.strip_edges()] = true
         # A piece that code joins to others is known with something before, after or around it.
         var known := false
-        for form in ["%s", "%s 7", "%s7", "7 %s", "EGGS %s", "EGGS%s", "%s EGGS", "%sEGGS", "EGGS %s 7", "%s7%%", "LV 7%s7%%", "EGGS%s7"]:
-            var asked: String = form.replace("%s", text).replace("%%", "%")
+        for form in ["%s", "%s 7", "%s7", "7 %s", "EGGS %s", "EGGS%s", "%s EGGS", "%sEGGS", "EGGS %s 7", "%s7%%", "%s 7%%", "LV 7%s7%%", "EGGS%s7"]:
+            var asked: String = form.replace("%s", text.strip_edges() if form != "%s" else text).replace("%%", "%")
             var got: String = TranslationServer.translate(asked)
             known = known or (got != asked and not got.contains(text.strip_edges()))
         if not known and text.strip_edges().length() > 2:

@@ -14,6 +14,7 @@ func ask(texts: Array, rounds: int) -> float:
 
 
 func _initialize() -> void:
+    Lang.setup()
     Lang.apply("en")
     var bare := ask([&"SOLD 12 EGGS +$48", &"CONTINUE"], ROUNDS)
     Lang.apply("ar")

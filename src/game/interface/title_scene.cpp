@@ -122,7 +122,11 @@ void TitleScene::fit_to(const Vector2 &size) {
     if (size.x < 8.0f || size.y < 8.0f) {
         return;
     }
-    const float k = std::min(1.0f, 1600.0f / std::max(size.x, size.y));
+    wanted = size;
+    // No more pixels than the window has: the interface's own units are more on a small one.
+    const Vector2 window = is_inside_tree() ? Vector2(get_tree()->get_root()->get_size()) : size;
+    const float pixels = std::max(0.25f, static_cast<float>(std::max(window.x / size.x, window.y / size.y)));
+    const float k = std::min({1.0f, 1600.0f / std::max(size.x, size.y), pixels});
     set_size(Vector2i(static_cast<int>(size.x * k), static_cast<int>(size.y * k)));
     if (camera != nullptr) {
         const bool wide = size.x > size.y;
@@ -137,7 +141,7 @@ void TitleScene::fit_to(const Vector2 &size) {
 }
 
 void TitleScene::_fit() {
-    fit_to(Vector2(get_size()));
+    fit_to(wanted.x > 0.0f ? wanted : Vector2(get_size()));
 }
 
 void TitleScene::_ready() {

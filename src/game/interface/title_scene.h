@@ -61,6 +61,7 @@ private:
     Camera3D *camera = nullptr;
     std::vector<Wanderer> wanderers;
     double time = 0.0;
+    Vector2 wanted; // of the picture, in the interface's units
     uint32_t seed = 0x2f6e2b1u;
     float random();
 };
