@@ -229,7 +229,7 @@ Control *Menu::logo(double scale) {
     box->add_child(ribbon);
     HBoxContainer *slogan = memnew(HBoxContainer);
     // The blanks at the ends of the words fall away where the line runs to the left.
-    slogan->add_theme_constant_override(TM_NAME("separation"), Lang::arabic() ? static_cast<int>(9 * k) : 0);
+    slogan->add_theme_constant_override(TM_NAME("separation"), static_cast<int>(6 * k));
     UI::mirror(slogan);
     ribbon->add_child(slogan);
     for (const char *part : {"GROW ", "•", " BUILD ", "•", " TRADE"}) {

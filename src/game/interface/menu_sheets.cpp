@@ -158,9 +158,12 @@ Control *Menu::_farm_row(int i) {
                       }
                   }));
     line->add_child(play);
-    Button *remove = UI::button("X", UI::hex("e53935"), 30, Vector2(96, 84));
+    Button *remove = UI::button("", UI::hex("e53935"), 30, Vector2(96, 84));
+    remove->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED); // a sign, not a word
+    remove->set_text("X");
     remove->connect(TM_NAME("pressed"), UI::callback(this, [this, i, remove] {
                         if (remove->get_text() == String("X")) {
+                            remove->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_INHERIT);
                             remove->set_text("SURE?");
                             UI::set_font_size(remove, 20);
                             return;
