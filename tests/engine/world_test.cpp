@@ -23,6 +23,7 @@
 #include "game/interface/hud.h"
 #include "game/kit/ui.h"
 #include "game/ports/notices.h"
+#include "game/ports/offers.h"
 #include "game/shell/save.h"
 #include "game/shell/world.h"
 #include "game/shell/world_options.h"
@@ -508,6 +509,33 @@ TEST_F(WorldTest, TheBotPlaysTheFirstLoop) {
     EXPECT_GE(world->level_of("stall_egg"), 1);
     EXPECT_GT(world->flow_total("sold:egg"), 0);
     EXPECT_GE(world->money, 0);
+}
+
+// The list of what can be bought tells the price tiles, and pays through them.
+TEST_F(WorldTest, OffersAreTheTilesThatStand) {
+    open();
+    ASSERT_NE(Offers::current(), nullptr);
+    step_seconds(0.5);
+    world->set_money(30);
+    const std::vector<Offer> before = Offers::current()->list();
+    ASSERT_EQ(static_cast<int64_t>(before.size()), world->get_tiles().size());
+    for (size_t i = 1; i < before.size(); ++i) {
+        EXPECT_LE(before[i - 1].price, before[i].price);
+    }
+    for (const Offer &offer : before) {
+        EXPECT_EQ(offer.payable, offer.price <= 30) << offer.id.utf8().get_data();
+        EXPECT_FALSE(offer.land.is_empty());
+    }
+    EXPECT_EQ(Offers::current()->show("coop_a"), String());
+    EXPECT_EQ(Offers::current()->show("no such entry"), String("NOT AVAILABLE"));
+    EXPECT_EQ(Offers::current()->buy("coop_a"), String());
+    EXPECT_EQ(Offers::current()->buy("coop_a"), String("NOT AVAILABLE")) << "never twice";
+    step_seconds(1.0);
+    EXPECT_EQ(world->level_of("coop_a"), 1);
+    EXPECT_EQ(world->get_money(), 5);
+    EXPECT_EQ(Offers::current()->buy("coop_a"), String("NOT ENOUGH MONEY"));
+    close();
+    EXPECT_EQ(Offers::current(), nullptr) << "no farm, no offers";
 }
 
 } // namespace tilm
