@@ -83,8 +83,11 @@ TEST(Session, ASecondPressNeedsNoSecondScreen) {
     const uint64_t old_farm = session.farm()->get_instance_id();
     session.farm()->emit_signal("go_reload");
     step(2);
+    session.farm()->gain(37, Vector3()); // earned while the screen is up already, and not saved by anybody
+    const int64_t money = session.farm()->money_now();
     EXPECT_EQ(count_below<Loading>(session.main), 1);
     ASSERT_TRUE(wait_for([&]() { return session.farm_stands() && session.farm()->get_instance_id() != old_farm; }));
+    EXPECT_EQ(session.farm()->money_now(), money);
 }
 
 TEST(Session, AVisitKeepsTheOwnFarmAside) {

@@ -235,6 +235,9 @@ void Main::_start() {
 }
 
 void Main::_start_world() {
+    if (World *old = world()) {
+        old->save_now(); // its own save on leaving comes only after the new farm has read the document
+    }
     World *farm = memnew(World);
     farm->set_name("World");
     farm->connect(TM_NAME("go_home"), callable_mp(this, &Main::_end_visit), CONNECT_DEFERRED);
