@@ -1,9 +1,9 @@
 #include "game/automation/bot_actions.h"
 
 #include <cmath>
-#include <limits>
 
 #include "farm_items/pile_core.h"
+#include "farm_items/zone_core.h"
 #include "game/actors/cash_tile.h"
 #include "game/actors/crop_field.h"
 #include "game/actors/player.h"
@@ -19,14 +19,19 @@ namespace tilm {
 namespace {
 
 constexpr double LOOK_SECONDS = 0.25;
-constexpr double STUCK_SECONDS = 0.8;
-constexpr double STUCK_WAY = 0.25;
-constexpr double SIDESTEP_SECONDS = 0.7;
-constexpr double ROAD_Z = 1.2;       // the walkway before the buildings is free of obstacles
-constexpr double WORTH_A_WALK = 4.0; // goods on a tray, dollars on a mat
+constexpr double REACH = 0.35;
+constexpr double BAN_SECONDS = 10.0;
+constexpr double SPARE_SECONDS = 8.0; // beyond twice the straight way
+constexpr double GUARD_REACH = 1.7;   // a tile laid under the player asks him to step off first
+constexpr double GUARD_STEP = 2.4;
 
 double flat(const Vector3 &a, const Vector3 &b) {
     return Vector2(a.x - b.x, a.z - b.z).length();
+}
+
+template <class T>
+T *live(uint64_t id) {
+    return Object::cast_to<T>(ObjectDB::get_instance(id));
 }
 
 } // namespace
@@ -71,7 +76,7 @@ void BotActions::setup(Object *world) {
 }
 
 World *BotActions::farm() const {
-    return world_id ? Object::cast_to<World>(ObjectDB::get_instance(world_id)) : nullptr;
+    return world_id ? live<World>(world_id) : nullptr;
 }
 
 Vector2 BotActions::wish(double dt) {
@@ -80,200 +85,132 @@ Vector2 BotActions::wish(double dt) {
         return Vector2();
     }
     look_clock -= dt;
-    linger -= dt;
     if (look_clock <= 0) {
+        look(LOOK_SECONDS - look_clock);
         look_clock = LOOK_SECONDS;
-        choose();
     }
-    return has_goal ? steer(dt) : Vector2();
-}
-
-void BotActions::choose() {
-    if (linger > 0) {
-        return;
-    }
-    if (aim_at_cash() || aim_at_tile() || aim_at_delivery() || aim_at_goods() || aim_at_crop()) {
-        return;
-    }
-    doing = "nothing";
-    has_goal = false;
-}
-
-void BotActions::aim(const String &what, const Vector3 &at, double within) {
-    doing = what;
-    goal = at;
-    reach = within;
-    has_goal = true;
-}
-
-bool BotActions::aim_at_cash() {
-    Vector3 me = farm()->player_pos();
-    const CashTile *best = nullptr;
-    for (const CashTile *tile : farm()->cash_list()) {
-        int64_t sum = tile->total();
-        double way = flat(me, tile->get_position());
-        if (sum > 0 && (static_cast<double>(sum) >= WORTH_A_WALK || way < 3.0) &&
-            (!best || way < flat(me, best->get_position()))) {
-            best = tile;
-        }
-    }
-    if (best) {
-        aim("collecting money", best->get_position(), 0.4);
-    }
-    return best != nullptr;
-}
-
-bool BotActions::aim_at_tile() {
-    UnlockTile *tile = Object::cast_to<UnlockTile>(farm()->next_tile());
-    if (!tile) {
-        return false;
-    }
-    Vector3 at = tile->get_position();
-    // A tile laid under the player asks him to step off first.
-    if (farm()->tile_office().step_off_guarded() && flat(farm()->player_pos(), at) < 1.7) {
-        aim("stepping off", at + Vector3(0, 0, at.z > 0 ? -2.4f : 2.4f), 0.3);
-        return true;
-    }
-    aim("buying " + tile->entry_id(), at, 0.3);
-    return true;
-}
-
-bool BotActions::aim_at_delivery() {
-    StackCarrier *tower = farm()->farmer()->carrier();
-    if (tower->count() == 0 || (field_id != 0 && !tower->is_full())) {
-        return false;
-    }
-    field_id = 0;
-    Vector3 me = farm()->player_pos();
-    double best_score = -std::numeric_limits<double>::infinity();
-    Ref<ZoneCore> best;
-    Array zones = farm()->zone_list();
-    for (int i = 0; i < zones.size(); i++) {
-        Ref<ZoneCore> zone = zones[i];
-        if (!zone->get_active() || !zone->is_give()) {
-            continue;
-        }
-        Array kinds = zone->get_accepts().keys();
-        for (int k = 0; k < kinds.size(); k++) {
-            int room = zone->room(kinds[k]);
-            if (room <= 0 || !tower->has_kind(kinds[k])) {
-                continue;
-            }
-            // Hungry animals first, then the emptiest place nearby.
-            double hungry = zone->get_group().ends_with("_feed") && room > 20 ? 100.0 : 0.0;
-            double score = hungry + MIN(room, 40) - flat(me, zone->get_pos());
-            if (score > best_score) {
-                best_score = score;
-                best = zone;
-            }
-        }
-    }
-    if (best.is_null()) {
-        return false;
-    }
-    aim("delivering to " + best->get_group(), best->get_pos(), 0.3);
-    return true;
-}
-
-bool BotActions::wanted_anywhere(const String &kind) const {
-    Array zones = farm()->zone_list();
-    for (int i = 0; i < zones.size(); i++) {
-        Ref<ZoneCore> zone = zones[i];
-        if (zone->room(kind) > 0) {
-            return true;
-        }
-    }
-    return false;
-}
-
-bool BotActions::aim_at_goods() {
-    StackCarrier *tower = farm()->farmer()->carrier();
-    if (tower->is_full()) {
-        return false;
-    }
-    Vector3 me = farm()->player_pos();
-    Ref<ZoneCore> best;
-    double best_way = std::numeric_limits<double>::infinity();
-    Array zones = farm()->zone_list();
-    for (int i = 0; i < zones.size(); i++) {
-        Ref<ZoneCore> zone = zones[i];
-        PileCore *pile = zone->get_pile();
-        if (!pile || !zone->get_active() || !zone->is_take() || pile->count() < WORTH_A_WALK ||
-            !wanted_anywhere(zone->get_makes())) {
-            continue;
-        }
-        double way = flat(me, zone->get_pos());
-        if (way < best_way) {
-            best_way = way;
-            best = zone;
-        }
-    }
-    if (best.is_null()) {
-        return false;
-    }
-    aim("fetching " + best->get_makes(), best->get_pos(), 0.3);
-    if (best_way < 1.0) {
-        linger = 0.6;
-    }
-    return true;
-}
-
-bool BotActions::aim_at_crop() {
-    World *world = farm();
-    StackCarrier *tower = world->farmer()->carrier();
-    Vector3 me = world->player_pos();
-    CropField *best = nullptr;
-    for (CropField *field : world->field_list()) {
-        if (wanted_anywhere(field->get_crop()) && (!best || flat(me, field->centre()) < flat(me, best->centre()))) {
-            best = field;
-        }
-    }
-    if (!best || tower->is_full()) {
-        field_id = 0;
-        return false;
-    }
-    if (best->alive_ratio() < 0.05 && tower->count() > 0) {
-        field_id = 0; // bare: sell what there is
-        return false;
-    }
-    field_id = best->get_instance_id();
-    bool inside = best->contains(me);
-    aim("cutting " + best->get_crop(), best->random_alive(inside ? me : Vector3(INFINITY, 0, INFINITY), 3.0), 0.4);
-    return true;
-}
-
-// Straight to the goal, by the road for long ways; a wall in between is passed by a step aside.
-Vector2 BotActions::steer(double dt) {
-    Vector3 me = farm()->player_pos();
-    if (flat(me, goal) <= reach) {
-        stuck_clock = 0;
+    if (errand.kind == BotErrand::NONE) {
         return Vector2();
     }
-    Vector3 next = goal;
-    bool far_x = std::abs(me.x - goal.x) > 3.0;
-    if (far_x && std::abs(me.z - goal.z) > 4.0 && std::abs(me.z - ROAD_Z) > 0.5) {
-        next = Vector3(me.x, 0, ROAD_Z);
-    } else if (far_x && std::abs(me.z - ROAD_Z) <= 0.6) {
-        next = Vector3(goal.x, 0, ROAD_Z);
+    const Vector3 me = world->player_pos();
+    return path.steer(Vector2(me.x, me.z), REACH, dt);
+}
+
+void BotActions::look(double dt) {
+    for (BotBan &ban : bans) {
+        ban.seconds -= dt;
     }
-    Vector2 way(next.x - me.x, next.z - me.z);
-    way = way.length() > 0.001f ? way.normalized() : Vector2();
-    stuck_clock += dt;
-    if (stuck_clock >= STUCK_SECONDS) {
-        if (flat(me, last) < STUCK_WAY) {
-            sidestep = SIDESTEP_SECONDS;
-            side = -side;
+    std::erase_if(bans, [](const BotBan &ban) { return ban.seconds <= 0; });
+    World &world = *farm();
+    patience -= dt;
+    at_goal = flat(world.player_pos(), goal) < 2 * REACH ? at_goal + dt : 0.0;
+    if (errand.kind != BotErrand::NONE && patience <= 0) {
+        bans.push_back({errand.target, BAN_SECONDS});
+        errand = BotErrand();
+    }
+    // A purchase waits for nothing; every other errand is seen through.
+    BotErrand purchase = errand.kind == BotErrand::BUY ? BotErrand() : buying_errand(world, bans);
+    if (purchase.kind != BotErrand::NONE) {
+        begin(purchase);
+    } else if (errand.kind == BotErrand::NONE || finished()) {
+        begin(choose_errand(world, bans));
+    } else if (path.take_stuck()) {
+        plan_way();
+    } else if (errand.kind == BotErrand::CUT && flat(world.player_pos(), goal) < 1.2) {
+        CropField *field = live<CropField>(errand.target);
+        goal = field->random_alive(world.player_pos(), 3.0);
+        plan_way();
+    } else if (errand.kind == BotErrand::BUY) {
+        step_off_tile();
+    }
+}
+
+bool BotActions::finished() const {
+    const World &world = *farm();
+    const StackCarrier &tower = *world.farmer()->carrier();
+    switch (errand.kind) {
+    case BotErrand::COLLECT: {
+        const CashTile *tile = live<CashTile>(errand.target);
+        return !tile || tile->total() == 0;
+    }
+    case BotErrand::BUY: {
+        const UnlockTile *tile = live<UnlockTile>(errand.target);
+        return !tile || tile->is_done() || world.money_now() <= 0;
+    }
+    case BotErrand::GIVE: {
+        const ZoneCore *zone = live<ZoneCore>(errand.target);
+        return !zone || !zone->get_active() || const_cast<ZoneCore *>(zone)->room(errand.good) <= 0 ||
+               !tower.has_kind(errand.good);
+    }
+    case BotErrand::PICK:
+    case BotErrand::CUT: {
+        int have = 0;
+        for (const ItemCore *item : tower.list()) {
+            have += item->get_kind() == errand.good ? 1 : 0;
         }
-        last = me;
-        stuck_clock = 0;
+        if (tower.is_full() || have >= errand.until) {
+            return true;
+        }
+        if (const CropField *field = live<CropField>(errand.target)) {
+            return field->alive_ratio() < 0.02;
+        }
+        const ZoneCore *zone = live<ZoneCore>(errand.target);
+        return !zone || !zone->get_pile() || zone->get_pile()->count() == 0 || at_goal > 4.0;
     }
-    if (sidestep > 0) {
-        sidestep -= dt;
-        return Vector2(-way.y, way.x) * static_cast<float>(side);
+    default:
+        return true;
     }
-    // Slow down at the goal, so that it is not overrun.
-    double slow = next == goal ? MIN(1.0, flat(me, goal) / 0.8 + 0.15) : 1.0;
-    return way * static_cast<float>(slow);
+}
+
+void BotActions::begin(const BotErrand &next) {
+    errand = next;
+    goal = next.pos;
+    at_goal = 0;
+    if (errand.kind == BotErrand::NONE) {
+        return;
+    }
+    const Player &player = *farm()->farmer();
+    const double speed = std::max(0.5, player.get_speed() * player.get_speed_mult());
+    patience = 2.0 * flat(player.get_position(), goal) / speed + SPARE_SECONDS;
+    if (errand.kind == BotErrand::CUT) {
+        patience += 20.0;
+    }
+    step_off_tile();
+    plan_way();
+}
+
+void BotActions::step_off_tile() {
+    if (errand.kind != BotErrand::BUY) {
+        return;
+    }
+    World &world = *farm();
+    const UnlockTile *tile = live<UnlockTile>(errand.target);
+    if (!tile) {
+        return;
+    }
+    const Vector3 at = tile->get_position();
+    const bool off = world.tile_office().step_off_guarded() && flat(world.player_pos(), at) < GUARD_REACH;
+    const Vector3 aim = off ? at + Vector3(0, 0, at.z > 0 ? -GUARD_STEP : GUARD_STEP) : at;
+    if (aim != goal) {
+        goal = aim;
+        plan_way();
+    }
+}
+
+void BotActions::plan_way() {
+    const Player &player = *farm()->farmer();
+    const Array rects = player.get_solids();
+    std::vector<Rect2> solids;
+    solids.reserve(rects.size());
+    for (int i = 0; i < rects.size(); i++) {
+        solids.push_back(rects[i]);
+    }
+    const Vector3 me = player.get_position();
+    Rect2 area = player.get_first_area();
+    if (player.get_second_area().size.x > 0) {
+        area = area.merge(player.get_second_area());
+    }
+    path.plan(Vector2(me.x, me.z), Vector2(goal.x, goal.z), area, solids);
 }
 
 } // namespace tilm

@@ -1,6 +1,8 @@
 #pragma once
 // The bot: plays the farm like a person would, by walking. It looks at the same things that a player sees and answers
-// with a wish for the stick; the farm does the rest.
+// with a wish for the stick; the farm does the rest. BotChoice says what to do, BotPath how to get there.
+
+#include <vector>
 
 #include <godot_cpp/classes/node.hpp>
 #include <godot_cpp/classes/node3d.hpp>
@@ -9,12 +11,12 @@
 #include <godot_cpp/variant/vector2.hpp>
 #include <godot_cpp/variant/vector3.hpp>
 
-#include "farm_items/zone_core.h"
+#include "game/automation/bot_choice.h"
+#include "game/automation/bot_path.h"
 
 namespace tilm {
 using namespace godot;
 
-class CropField;
 class World;
 
 class BotActions : public Node {
@@ -27,7 +29,7 @@ public:
     // length 0 .. 1.
     Vector2 wish(double dt);
     // What it is doing, in words, for logs.
-    String get_doing() const { return doing; }
+    String get_doing() const { return errand.kind == BotErrand::NONE ? String("nothing") : errand.words; }
 
     // For pictures of all models: rows of key, class and whether a builder is there; a fresh node of a key, or null.
     static Array model_rows();
@@ -40,28 +42,20 @@ protected:
 
 private:
     World *farm() const;
-    void choose();
-    bool aim_at_cash();
-    bool aim_at_tile();
-    bool aim_at_delivery();
-    bool aim_at_goods();
-    bool aim_at_crop();
-    bool wanted_anywhere(const String &kind) const;
-    void aim(const String &what, const Vector3 &at, double reach);
-    Vector2 steer(double dt);
+    void look(double dt);
+    bool finished() const;
+    void begin(const BotErrand &next);
+    void plan_way();
+    void step_off_tile();
 
     uint64_t world_id = 0;
-    uint64_t field_id = 0; // while a crop is being cut
-    String doing = "nothing";
-    bool has_goal = false;
+    BotErrand errand;
     Vector3 goal;
-    double reach = 0.3;
+    BotPath path;
+    std::vector<BotBan> bans;
     double look_clock = 0;
-    double linger = 0; // seconds to stay where it stands
-    double stuck_clock = 0;
-    double sidestep = 0;
-    double side = 1;
-    Vector3 last;
+    double patience = 0; // seconds that the errand may still take
+    double at_goal = 0;  // seconds spent where the errand is done
 };
 
 } // namespace tilm
