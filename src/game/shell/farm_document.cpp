@@ -63,6 +63,12 @@ void FarmDocument::load_core() {
     for (int i = 0; i < ids.size(); i++) {
         if (!world.levels_by_id.has(ids[i])) {
             stray_levels[ids[i]] = saved[ids[i]];
+            if (FarmData::entry_by_id(ids[i]).is_empty()) {
+                WARN_PRINT("TILMARCH farm: unknown entry " + String(ids[i]) + ": kept, not shown");
+            }
+        } else if (static_cast<int64_t>(saved[ids[i]]) > world.level_of(ids[i])) {
+            WARN_PRINT(vformat("TILMARCH farm: %s has level %d of %d: lowered", ids[i], saved[ids[i]],
+                               world.level_of(ids[i])));
         }
     }
     world.tile_office().load_paid(counts_of(read_table(source, "paid")));
@@ -77,6 +83,10 @@ void FarmDocument::load_core() {
         world.tools[tool] = read_whole(world.tools, tool);
     }
     world.money = read_whole(source, "money");
+    if (world.money < 0) {
+        WARN_PRINT(vformat("TILMARCH farm: money %d: taken as 0", world.money));
+        world.money = 0;
+    }
     world.gold_eggs = MAX(int64_t(0), read_whole(source, "gold_eggs"));
     world.won = read_flag(source, "won");
     world.trucking().load(source);
@@ -131,21 +141,35 @@ void FarmDocument::load_piles(const Dictionary &piles) {
                 WARN_PRINT("TILMARCH unknown good " + kind + " in " + key + ": dropped");
                 continue;
             }
-            for (int64_t j = 0; j < n && !pile->is_full(); j++) {
-                const GoodsVerb verb("loaded");
+            const GoodsVerb verb("loaded");
+            int64_t laid = 0;
+            for (; laid < n && !pile->is_full(); laid++) {
                 pile->add(Item::spawn(kind, pile->slot_global(pile->count())), LOAD_FLIGHT);
             }
+            if (laid < n) {
+                WARN_PRINT(vformat("TILMARCH farm: %d %s of %d do not fit in %s: dropped", n - laid, kind, n, key));
+            }
         }
+    }
+    Array homeless = left.keys();
+    for (int i = 0; i < homeless.size(); i++) {
+        WARN_PRINT("TILMARCH farm: no place for the goods of " + String(homeless[i]) + ": skipped");
     }
 }
 
 void FarmDocument::load_cash(const Dictionary &cash) {
+    Dictionary left = cash.duplicate();
     for (CashTile *tile : world.cash_list()) {
+        left.erase(tile->get_meta("pkey", ""));
         int64_t amount = read_whole(cash, tile->get_meta("pkey", ""));
         if (amount > 0) {
             int64_t unit = amount / CASH_PIECES;
             tile->add_money(amount, unit < 2 ? 1 : unit, tile->get_global_position());
         }
+    }
+    Array homeless = left.keys();
+    for (int i = 0; i < homeless.size(); i++) {
+        WARN_PRINT("TILMARCH farm: no cash tile at " + String(homeless[i]) + ": skipped");
     }
 }
 
@@ -167,6 +191,8 @@ void FarmDocument::load_carry(const Array &kinds) {
         if (FarmData::prices().has(kind)) {
             const GoodsVerb verb("loaded");
             tower->add(Item::spawn(kind, tower->top_global()));
+        } else {
+            WARN_PRINT("TILMARCH unknown good " + kind + " on the back: dropped");
         }
     }
 }
