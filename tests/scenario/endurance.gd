@@ -49,6 +49,8 @@ func farm_of(text: String) -> Dictionary:
 
 func _process(delta: float) -> bool:
     var farm := world()
+    if again and farm != null:
+        paused = true # the farm is built while it stands still: not even a belt takes a good before it is saved
     if ended or farm == null or farm.get_building():
         return false
     if again:
