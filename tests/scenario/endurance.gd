@@ -68,10 +68,11 @@ func _process(delta: float) -> bool:
     if clock >= minutes * 60.0 + 1.0:
         ended = true
         var orders: Dictionary = farm_of(FileAccess.get_file_as_string("user://round_%d.json" % rounds)).get("truck_done", {})
-        print("ENDURANCE reached: dairy %s, mill %s, food %s, factory %d, orders %s, poorest %d" % [
+        var shipped: int = farm.flow_total("ship:bread")
+        print("ENDURANCE reached: dairy %s, mill %s, food %s, factory %d, bread shipped %d, orders %s, poorest %d" % [
                 farm.get_levels().has("land_dairy"), farm.get_levels().has("land_mill"),
-                farm.get_levels().has("land_food"), farm.get_levels().get("bread_factory", 0), orders, poorest])
-        quit(0 if poorest >= 0 else 1)
+                farm.get_levels().has("land_food"), farm.get_levels().get("bread_factory", 0), shipped, orders, poorest])
+        quit(0 if poorest >= 0 and shipped > 0 else 1)
     return false
 
 
