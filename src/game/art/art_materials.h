@@ -8,8 +8,10 @@ inline constexpr const char *TREE = "tree";
 inline constexpr const char *PERSON = "person";
 inline constexpr const char *ANIMAL = "animal";
 inline constexpr const char *GROUND = "ground";
+inline constexpr const char *GROUND_WET = "ground_wet";
 inline constexpr const char *TUFT = "tuft";
 inline constexpr const char *WATER = "water";
 inline constexpr const char *LAKE = "lake";
+inline constexpr const char *GLOW_POOL = "glow_pool";
 
 } // namespace tilm::art_shader

@@ -2,6 +2,7 @@
 // The caches behind the model pipeline, process-wide, dropped before the engine goes.
 
 #include <godot_cpp/classes/font.hpp>
+#include <godot_cpp/classes/plane_mesh.hpp>
 #include <godot_cpp/classes/shader_material.hpp>
 #include <godot_cpp/classes/standard_material3d.hpp>
 #include <godot_cpp/variant/dictionary.hpp>
@@ -18,6 +19,7 @@ struct ArtState {
     Ref<StandardMaterial3D> vertex_material;
     Ref<ShaderMaterial> farm_snowy;
     Ref<ShaderMaterial> ground;
+    Ref<PlaneMesh> glow_plane;
     Ref<Font> font;
     bool prims_loaded = false;
     bool low_detail = false;

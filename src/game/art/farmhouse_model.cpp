@@ -57,6 +57,7 @@ Node3D *tree_of(int stage) {
     window(at, home + Vector3(-1.45f, 1.15f, front + 0.49f), 0.6f, 0.6f, trim);
     window(at, home + Vector3(1.2f, 1.15f, front + 0.49f), 0.6f, 0.6f, trim);
     window(at, home + Vector3(0, 2.35f, front + 0.45f), 0.55f, 0.5f, trim);
+    lantern(at, home + Vector3(0.55f, 1.15f, front + 0.6f), 0.8f);
     for (int step = 0; step < 2; step++) {
         put(at, bevel_box(Vector3(1.1f, 0.12f, 0.4f), 0.03f), pal::STONE,
             home + Vector3(-0.2f, 0.06f, front + 1.75f + 0.3f * float(step)));
@@ -64,11 +65,12 @@ Node3D *tree_of(int stage) {
     // Chimney, rain barrel, beds of flowers.
     put(at, bevel_box(Vector3(0.55f, 1.6f, 0.55f), 0.05f), 0xb5654a, home + Vector3(1.25f, 2.9f, -0.6f));
     put(at, bevel_box(Vector3(0.7f, 0.18f, 0.7f), 0.05f), pal::STONE, home + Vector3(1.25f, 3.7f, -0.6f));
-    barrel(at, Vector3(3.2f, 0, 1.55f), 1.2f);
+    barrel(at, Vector3(stage > 0 ? 3.2f : 1.75f, 0, stage > 0 ? 1.55f : 1.3f), 1.2f);
     flowers(at, Vector3(-2.6f, 0, 1.5f), 0.6f, 8, 5);
     flowers(at, Vector3(1.0f, 0, 1.7f), 0.5f, 6, 8);
     bush(at, Vector3(-3.2f, 0, 0.6f), 0.6f, col(pal::LEAF), 3);
-    bush(at, Vector3(1.55f, 0, 1.35f), 0.45f, col(pal::LEAF_DARK), 5);
+    bush(at, Vector3(stage > 0 ? 1.55f : 1.3f, 0, stage > 0 ? 1.35f : 1.9f), stage > 0 ? 0.45f : 0.35f,
+         col(pal::LEAF_DARK), 5);
     if (stage > 0) {
         fence_run(at, Vector3(-3.6f, 0, 2.6f), Vector3(-1.4f, 0, 2.6f), trim, 0.5f);
         fence_run(at, Vector3(0.2f, 0, 2.6f), Vector3(3.6f, 0, 2.6f), trim, 0.5f);

@@ -7,6 +7,7 @@
 
 namespace tilm::house_parts {
 
+using pal::col;
 using shapes::ball;
 using shapes::bevel_box;
 using shapes::loft;
@@ -60,8 +61,8 @@ void planks(Node3D *parent, const Vector3 &at, float width, float height, int co
 
 void window(Node3D *parent, const Vector3 &at, float width, float height, const Color &frame) {
     put(parent, bevel_box(Vector3(width + 0.16f, height + 0.16f, 0.12f), 0.04f), frame, at);
-    put(parent, bevel_box(Vector3(width, height, 0.10f), 0.02f), 0x5c86a8, at + Vector3(0, 0, 0.04f));
-    put(parent, bevel_box(Vector3(width * 0.45f, height * 0.4f, 0.08f), 0.02f), pal::SKY,
+    put(parent, bevel_box(Vector3(width, height, 0.10f), 0.02f), col(0x5c86a8, pal::GLASS), at + Vector3(0, 0, 0.04f));
+    put(parent, bevel_box(Vector3(width * 0.45f, height * 0.4f, 0.08f), 0.02f), col(pal::SKY, pal::GLASS),
         at + Vector3(-width * 0.2f, height * 0.2f, 0.07f));
     put(parent, bevel_box(Vector3(0.07f, height, 0.08f), 0.01f), frame, at + Vector3(0, 0, 0.08f));
     put(parent, bevel_box(Vector3(width + 0.26f, 0.10f, 0.24f), 0.03f), frame,
@@ -146,6 +147,14 @@ void flowers(Node3D *parent, const Vector3 &at, float radius, int count, int see
         put(parent, loft({{0, 0.07f, 0.07f}, {0.20f, 0.035f, 0.035f}}, 5), pal::LEAF, p);
         put(parent, ball(Vector3(0.10f, 0.075f, 0.10f), 6, 3), paints[(i + seed) % 5], p + Vector3(0, 0.24f, 0));
     }
+}
+
+void lantern(Node3D *parent, const Vector3 &at, float size) {
+    put(parent, loft({{0, 0.13f * size, 0.13f * size}, {0.05f * size, 0.13f * size, 0.13f * size}}, 6), pal::INK, at);
+    put(parent, loft({{0, 0.09f * size, 0.09f * size}, {0.24f * size, 0.16f * size, 0.16f * size}}, 6),
+        col(0xffe9a8, pal::GLASS), at + Vector3(0, 0.05f * size, 0));
+    put(parent, loft({{0, 0.13f * size, 0.13f * size}, {0.12f * size, 0, 0}}, 6), pal::INK,
+        at + Vector3(0, 0.28f * size, 0));
 }
 
 void barrel(Node3D *parent, const Vector3 &at, float size) {

@@ -27,6 +27,8 @@ void trodden(Node3D *parent, const Color &ground);
 void yard(Node3D *parent, const Color &ground, const Color &wood);
 void bush(Node3D *parent, const Vector3 &at, float size, const Color &leaf, int seed);
 void flowers(Node3D *parent, const Vector3 &at, float radius, int count, int seed);
+// Foot at `at`; its glass glows by night.
+void lantern(Node3D *parent, const Vector3 &at, float size = 1);
 void barrel(Node3D *parent, const Vector3 &at, float size);
 void crate(Node3D *parent, const Vector3 &at, float size, float turn);
 void hay_bale(Node3D *parent, const Vector3 &at, float turn);

@@ -39,6 +39,9 @@ constexpr uint32_t BROWN = 0x6d4327;
 constexpr uint32_t CHOCOLATE = 0x4e2e1e;
 constexpr uint32_t METAL = 0xc9d3dc;
 constexpr uint32_t INK = 0x2b2630;
+// Paint of this opacity is lit from within by night (farm.gdshader): panes, lantern glass. Models are never
+// see-through.
+constexpr float GLASS = 0.5f;
 constexpr uint32_t ACCENT = 0x4dd0e1; // only for "do this now"
 
 inline godot::Color col(uint32_t rgb, float alpha = 1.0f) {

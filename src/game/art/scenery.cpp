@@ -6,7 +6,11 @@
 
 #include <godot_cpp/classes/box_mesh.hpp>
 #include <godot_cpp/classes/mesh_instance3d.hpp>
+#include <godot_cpp/classes/plane_mesh.hpp>
 
+#include "game/art/art_materials.h"
+#include "game/art/art_state.h"
+#include "game/art/farm_light.h"
 #include "game/art/farmhouse_model.h"
 #include "game/art/house_parts.h"
 #include "game/art/models.h"
@@ -40,7 +44,7 @@ Node3D *region_fence(float length) {
         const float tall = rnd(201, i, 1.0f, 1.12f);
         put(at, loft({{0, 0.15f, 0.15f}, {tall, 0.13f, 0.13f}}, 8, 0.8f),
             pal::tone(pal::WOOD, rnd(202, i, -0.1f, 0.06f)), Vector3(0, 0, z), Vector3(0, rnd(203, i, -8, 8), 0));
-        put(at, loft({{0, 0.19f, 0.19f}, {0.09f, 0.19f, 0.19f}, {0.2f, 0.0f, 0.0f}}, 8, 0.8f), pal::WHITE,
+        put(at, loft({{0, 0.17f, 0.17f}, {0.06f, 0.17f, 0.17f}, {0.16f, 0.0f, 0.0f}}, 8, 0.8f), pal::CREAM,
             Vector3(0, tall, z));
         if (i == spans) {
             break;
@@ -88,6 +92,57 @@ Node3D *sign_tree() {
         Vector3(-32, 0, 0));
     put(at, bevel_box(Vector3(2.65f, 0.58f, 0.18f), 0.05f), pal::WOOD, Vector3(0, 1.16f, 0.065f), Vector3(-32, 0, 0));
     house_parts::flowers(at, Vector3(0, 0, 0.3f), 0.9f, 8, 9);
+    house_parts::lantern(at, Vector3(1.2f, 1.86f, 0), 0.9f);
+    return at;
+}
+
+// Round a house that stands at the origin with its door to +z; nothing but flowers where one walks to the door.
+Node3D *homestead_tree() {
+    Node3D *at = memnew(Node3D);
+    // Trodden earth from the door to the road side, flat stones on it.
+    for (int i = 0; i < 5; i++) {
+        const float z = 2.1f + 0.72f * float(i);
+        put(at, loft({{-0.015f, 0.86f, 0.55f}, {0.012f, 0.8f, 0.5f}}, 9),
+            pal::tone(0xcfae78, rnd(251, i, -0.04f, 0.05f)),
+            Vector3(-0.75f + rnd(252, i, -0.08f, 0.08f), 0.003f * float(i % 2), z), Vector3(0, rnd(253, i, 0, 30), 0));
+        put(at, loft({{0, 0.30f, 0.22f}, {0.03f, 0.26f, 0.18f}}, 7), pal::tone(0xe3cfa5, rnd(254, i, -0.06f, 0.06f)),
+            Vector3(-0.75f + (i % 2 ? 0.28f : -0.22f), 0.012f, z), Vector3(0, rnd(255, i, 0, 90), 0));
+    }
+    // Wood pile against the west wall, a chopping block with its axe.
+    for (int row = 0; row < 3; row++) {
+        for (int i = 0; i < 4 - row; i++) {
+            const Vector3 end(-3.35f, 0.15f + 0.25f * float(row), -2.0f + 0.30f * (float(i) + 0.5f * float(row)));
+            put(at, loft({{-0.42f, 0.14f, 0.14f}, {0.42f, 0.14f, 0.14f}}, 7),
+                pal::tone(pal::WOOD, rnd(256, i + 5 * row, -0.1f, 0.1f)), end, Vector3(0, 0, 90));
+            put(at, loft({{-0.43f, 0.10f, 0.10f}, {0.43f, 0.10f, 0.10f}}, 7), pal::SAND, end, Vector3(0, 0, 90));
+        }
+    }
+    put(at, loft({{0, 0.3f, 0.3f}, {0.42f, 0.27f, 0.27f}}, 9), pal::WOOD, Vector3(-3.3f, 0, -0.1f));
+    put(at, bevel_box(Vector3(0.07f, 0.62f, 0.07f), 0.02f), pal::WOOD_LIGHT, Vector3(-3.22f, 0.68f, -0.1f),
+        Vector3(0, 0, -24));
+    put(at, bevel_box(Vector3(0.26f, 0.15f, 0.06f), 0.02f), pal::METAL, Vector3(-3.2f, 0.45f, -0.1f),
+        Vector3(0, 0, -24));
+    // Vegetable beds behind the fence's west end.
+    for (int bed = 0; bed < 2; bed++) {
+        const float x = -3.2f + 1.15f * float(bed);
+        put(at, bevel_box(Vector3(0.95f, 0.16f, 1.15f), 0.04f), pal::SOIL, Vector3(x, 0.06f, 3.7f));
+        for (int i = 0; i < 6; i++) {
+            const Vector3 spot(x - 0.24f + 0.48f * float(i % 2), 0.15f, 3.35f + 0.36f * float(i / 2));
+            put(at, ball(Vector3(0.15f, 0.13f, 0.15f), 7, 3), bed ? pal::LEAF_LIGHT : pal::GREEN, spot);
+            if (bed == 0) {
+                put(at, ball(Vector3(0.07f, 0.07f, 0.07f), 6, 3), pal::RED, spot + Vector3(0.08f, 0.08f, 0.06f));
+            }
+        }
+    }
+    // Mail box and a lantern at the gate.
+    put(at, loft({{0, 0.06f, 0.06f}, {0.85f, 0.05f, 0.05f}}, 6), pal::WOOD_DARK, Vector3(0.45f, 0, 3.5f));
+    put(at, bevel_box(Vector3(0.32f, 0.28f, 0.5f), 0.1f), pal::BLUE, Vector3(0.45f, 0.98f, 3.5f));
+    put(at, bevel_box(Vector3(0.04f, 0.22f, 0.12f), 0.02f), pal::RED, Vector3(0.63f, 1.12f, 3.42f));
+    put(at, loft({{0, 0.11f, 0.11f}, {0.15f, 0.07f, 0.07f}, {1.55f, 0.06f, 0.06f}}, 7), pal::WOOD_DARK,
+        Vector3(-1.75f, 0, 3.1f));
+    house_parts::lantern(at, Vector3(-1.75f, 1.55f, 3.1f), 1.25f);
+    house_parts::flowers(at, Vector3(1.1f, 0, 2.95f), 0.5f, 7, 21);
+    house_parts::flowers(at, Vector3(-1.75f, 0, 3.15f), 0.35f, 5, 22);
     return at;
 }
 
@@ -187,7 +242,48 @@ Node3D *Scenery::cover(const String &title, float x) {
 }
 
 Node3D *Scenery::farmhouse() {
-    return FarmhouseModel::build(1);
+    return FarmhouseModel::build(0);
+}
+
+void Scenery::set_farmhouse_stage(Node3D *house, int stage) {
+    auto *shown = Object::cast_to<MeshInstance3D>(house);
+    Node3D *next = FarmhouseModel::build(stage);
+    if (const auto *model = Object::cast_to<MeshInstance3D>(next); shown != nullptr && model != nullptr) {
+        shown->set_mesh(model->get_mesh());
+    }
+    memdelete(next);
+}
+
+Node3D *Scenery::homestead() {
+    Node3D *yard = memnew(Node3D);
+    yard->set_name("Homestead");
+    yard->add_child(Models::bake("homestead_yard", Models::fn_node(&homestead_tree)));
+    MeshInstance3D *oak = Models::any_tree(0.1f);
+    oak->set_position(Vector3(-3.3f, 0, -3.6f));
+    oak->set_scale(Vector3(1.35f, 1.35f, 1.35f));
+    yard->add_child(oak);
+    Node3D *pool = glow_pool(2.6f);
+    pool->set_position(Vector3(-1.4f, 0.035f, 3.2f));
+    yard->add_child(pool);
+    return yard;
+}
+
+Node3D *Scenery::glow_pool(float radius) {
+    Ref<PlaneMesh> plane = art().glow_plane;
+    if (plane.is_null()) {
+        plane.instantiate();
+        plane->set_size(Vector2(2, 2));
+        art().glow_plane = plane;
+    }
+    MeshInstance3D *pool = memnew(MeshInstance3D);
+    pool->set_name("GlowPool");
+    pool->set_mesh(plane);
+    pool->set_material_override(Models::shader_material(art_shader::GLOW_POOL));
+    pool->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    pool->set_scale(Vector3(radius, 1, radius));
+    pool->set_visible(FarmLight::night_now());
+    pool->add_to_group(FarmLight::NIGHT_GROUP);
+    return pool;
 }
 
 Node3D *Scenery::bench() {
@@ -201,6 +297,9 @@ Node3D *Scenery::region_sign(const String &title) {
     const int size = std::min(58, int(58.0f * 13.0f / float(std::max<int64_t>(title.length(), 13))));
     Label3D *label = land_text(title, size, col(pal::CREAM), Vector3(0, 1.24f, 0.17f), node, 14);
     label->set_rotation_degrees(Vector3(-32, 0, 0));
+    Node3D *pool = glow_pool(2.4f);
+    pool->set_position(Vector3(1.0f, 0.04f, 0.5f));
+    node->add_child(pool);
     return node;
 }
 

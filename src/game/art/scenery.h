@@ -20,10 +20,22 @@ struct Scenery {
     // Sets the sun's shadow and the strengths that go with it: a shadowed sun is added after encoding, a plain one
     // before, so the same picture needs other numbers. `light` is what light() returned.
     static void tune_light(Node3D *light, bool shadows);
+    struct Strengths {
+        float sun, ambient;
+    };
+    static Strengths strengths(bool shadows);
     // Whole strip x -84..516: ground, back hills, hedge trees, tufts, stones, customers' lawn and lane.
     static Node3D *ground(Node *parent);
     // The ground's material, for the change to the wet shader.
     static Ref<ShaderMaterial> ground_material();
+    // A ground of one's own, `dry` of the way to `color`; it follows wet_ground() too.
+    static Ref<ShaderMaterial> dry_ground_material(const Color &color, float dry);
+    // All grounds change between the dry and the wet shader.
+    static void wet_ground(bool wet);
+    // The lake behind the farm, a plane of twice `half` at the origin, its shore wound by the shader.
+    static Node3D *lake(const Vector2 &half);
+    // Where the farm's own lake lies, and its half size; hedge and grass keep off it.
+    static constexpr float LAKE_X = 1.0f, LAKE_Z = -39.5f, LAKE_HALF_X = 11.0f, LAKE_HALF_Z = 6.5f;
     // Fence of `length` along z, centred on its origin (37.2 between regions).
     static Node3D *fence(float length);
     // Small pasture fence along x of `length`, centred.
@@ -31,6 +43,12 @@ struct Scenery {
     // Dark cover over a closed land whose centre is x; the node itself stands at the origin.
     static Node3D *cover(const String &title, float x);
     static Node3D *farmhouse();
+    // Another stage, 0..3, of the house that farmhouse() returned.
+    static void set_farmhouse_stage(Node3D *house, int stage);
+    // Well, wood pile, washing line, beds and lantern round the house, merged; origin as the house.
+    static Node3D *homestead();
+    // Warm light on the ground round a lantern, shown by night.
+    static Node3D *glow_pool(float radius);
     static Node3D *bench();
     // Hanging name board of a region on two posts, front to +z.
     static Node3D *region_sign(const String &title);

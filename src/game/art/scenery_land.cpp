@@ -18,12 +18,14 @@
 
 #include "game/art/art_materials.h"
 #include "game/art/art_state.h"
+#include "game/art/farm_light.h"
 #include "game/art/house_parts.h"
 #include "game/art/models.h"
 #include "game/art/scenery.h"
 #include "game/art/shapes.h"
 #include "game/data/farm_data.h"
 #include "names.h"
+#include "rules/regions.h"
 
 namespace tilm {
 namespace {
@@ -122,9 +124,16 @@ Ref<Mesh> tree_mesh(float v) {
     return mesh;
 }
 
+bool on_lake(float x, float z, float margin) {
+    const float dx = (x - Scenery::LAKE_X) / (Scenery::LAKE_HALF_X + margin);
+    const float dz = (z - Scenery::LAKE_Z) / (Scenery::LAKE_HALF_Z + margin);
+    return dx * dx * dx * dx + dz * dz * dz * dz < 1.0f;
+}
+
 // Where the plan puts something on the ground: rectangles that grass keeps off.
 std::vector<Rect2> taken_ground() {
-    std::vector<Rect2> taken;
+    const rules::Rect home = rules::HOMESTEAD;
+    std::vector<Rect2> taken = {Rect2(home.x, home.y, home.w, home.h)};
     const Array plan = FarmData::plan();
     for (int64_t i = 0; i < plan.size(); i++) {
         const Dictionary entry = plan[i];
@@ -153,7 +162,7 @@ std::vector<Rect2> within(const std::vector<Rect2> &all, float x0) {
 
 // Grass keeps off the walkways and off whatever the plan puts down.
 bool free_ground(const std::vector<Rect2> &taken, float x, float z) {
-    if (std::fabs(z - 1.2f) < 1.7f || std::fabs(z - 14.35f) < 2.1f) {
+    if (std::fabs(z - 1.2f) < 1.7f || std::fabs(z - 14.35f) < 2.1f || on_lake(x, z, 0.0f)) {
         return false;
     }
     for (const Rect2 &area : taken) {
@@ -187,12 +196,16 @@ void plant_trees(Node3D *land, int chunk, float x0) {
     for (int i = 0; i < COUNT; i++) {
         const float depth = rnd(seed, i);
         const float x = x0 + CHUNK * (float(i % (COUNT / 2)) + rnd(seed + 1, i)) / float(COUNT / 2);
+        const float z = -35.2f - depth * depth * 16.0f;
         const float pick = rnd(seed + 2, i);
+        if (on_lake(x, z, 1.6f)) {
+            continue;
+        }
         rows[pick < 0.45f  ? 0
              : pick < 0.8f ? 1
                            : 2]
-            .push_back(place(Vector3(x, -0.05f, -35.2f - depth * depth * 16.0f), rnd(seed + 3, i) * 6.283f,
-                             rnd(seed + 4, i, 0.95f, 1.45f) + depth * 0.3f));
+            .push_back(
+                place(Vector3(x, -0.05f, z), rnd(seed + 3, i) * 6.283f, rnd(seed + 4, i, 0.95f, 1.45f) + depth * 0.3f));
     }
     const AABB box(Vector3(x0 - 3, -1, -56), Vector3(CHUNK + 6, 8, 24));
     for (size_t k = 0; k < 3; k++) {
@@ -219,6 +232,52 @@ void raise_hills(Node3D *land) {
     land->add_child(hills);
 }
 
+// Reeds, stones and a landing stage on the near side, where water is fetched.
+Node3D *shore() {
+    MeshInstance3D *node = Models::bake(
+        "lake_shore", Models::builder([]() {
+            Node3D *at = memnew(Node3D);
+            for (int i = 0; i < 34; i++) {
+                const float a = 6.283f * (float(i) + rnd(511, i, -0.3f, 0.3f)) / 34.0f;
+                const float c = std::cos(a), s = std::sin(a);
+                if (std::fabs(a - 1.571f) < 0.35f) {
+                    continue; // the landing stage
+                }
+                const auto side = [](float v) { return std::copysign(std::sqrt(std::fabs(v)), v); };
+                const Vector3 edge(side(c) * Scenery::LAKE_HALF_X * 0.93f, 0, side(s) * Scenery::LAKE_HALF_Z * 0.93f);
+                const float r = rnd(512, i, 0.2f, 0.5f);
+                if (i % 3 != 1) {
+                    put(at, ball(Vector3(r, r * 0.55f, r * 0.8f), 7, 3),
+                        pal::tone(pal::STONE, rnd(513, i, -0.12f, 0.1f)), edge, Vector3(0, rnd(514, i, 0, 180), 0));
+                }
+                for (int k = 0; i % 3 == 1 && k < 5; k++) {
+                    const Vector3 foot = edge + Vector3(rnd(515 + k, i, -0.4f, 0.4f), 0, rnd(521 + k, i, -0.3f, 0.3f));
+                    const float tall = rnd(527 + k, i, 0.7f, 1.15f);
+                    put(at, loft({{0, 0.045f, 0.045f}, {tall, 0.02f, 0.02f}}, 4), pal::LEAF_DARK, foot,
+                        Vector3(rnd(533 + k, i, -8, 8), 0, rnd(539 + k, i, -8, 8)));
+                    put(at, loft({{0, 0.07f, 0.07f}, {0.26f, 0.06f, 0.06f}}, 5), pal::BROWN,
+                        foot + Vector3(0, tall - 0.12f, 0));
+                }
+            }
+            const float front = Scenery::LAKE_HALF_Z;
+            for (int i = 0; i < 6; i++) {
+                put(at, shapes::bevel_box(Vector3(1.9f, 0.1f, 0.34f), 0.03f),
+                    pal::tone(pal::WOOD_LIGHT, rnd(551, i, -0.1f, 0.06f)),
+                    Vector3(0, 0.3f, front + 0.35f - 0.4f * float(i)));
+            }
+            for (const float x : {-0.85f, 0.85f}) {
+                for (const float z : {0.2f, -1.6f}) {
+                    put(at, loft({{-0.3f, 0.1f, 0.1f}, {0.75f, 0.08f, 0.08f}}, 6), pal::WOOD_DARK,
+                        Vector3(x, 0, front + z));
+                }
+            }
+            return at;
+        }));
+    node->set_name("Shore");
+    node->set_position(Vector3(Scenery::LAKE_X, 0, Scenery::LAKE_Z));
+    return node;
+}
+
 } // namespace
 
 Node3D *Scenery::light(Node *parent) {
@@ -226,8 +285,6 @@ Node3D *Scenery::light(Node *parent) {
     sky_root->set_name("Light");
     DirectionalLight3D *sun = memnew(DirectionalLight3D);
     sun->set_name("Sun");
-    sun->set_rotation_degrees(Vector3(-50, -40, 0));
-    sun->set_color(Color(1.0f, 0.95f, 0.80f));
     sun->set_param(Light3D::PARAM_SHADOW_OPACITY, 0.9f);
     sun->set_param(Light3D::PARAM_SHADOW_MAX_DISTANCE, 32);
     sun->set_shadow_mode(DirectionalLight3D::SHADOW_ORTHOGONAL);
@@ -235,10 +292,6 @@ Node3D *Scenery::light(Node *parent) {
 
     Ref<ProceduralSkyMaterial> paint;
     paint.instantiate();
-    paint->set_sky_top_color(Color(0.36f, 0.65f, 0.93f));
-    paint->set_sky_horizon_color(Color(0.80f, 0.91f, 0.96f));
-    paint->set_ground_horizon_color(Color(0.80f, 0.91f, 0.96f));
-    paint->set_ground_bottom_color(Color(0.56f, 0.76f, 0.50f));
     Ref<Sky> dome;
     dome.instantiate();
     dome->set_material(paint);
@@ -247,14 +300,10 @@ Node3D *Scenery::light(Node *parent) {
     air->set_background(Environment::BG_SKY);
     air->set_sky(dome);
     air->set_ambient_source(Environment::AMBIENT_SOURCE_COLOR);
-    air->set_ambient_light_color(Color(0.44f, 0.47f, 0.60f));
     air->set_tonemapper(Environment::TONE_MAPPER_LINEAR);
     air->set_fog_enabled(true);
     air->set_fog_mode(Environment::FOG_MODE_DEPTH);
-    air->set_fog_light_color(Color(0.78f, 0.90f, 0.95f));
     air->set_fog_light_energy(1.0f);
-    air->set_fog_depth_begin(26);
-    air->set_fog_depth_end(120);
     air->set_fog_depth_curve(1.2f);
     air->set_fog_density(0.85f);
     air->set_fog_sky_affect(0.25f);
@@ -262,7 +311,9 @@ Node3D *Scenery::light(Node *parent) {
     env->set_name("Env");
     env->set_environment(air);
     sky_root->add_child(env);
-    tune_light(sky_root, true);
+    air->set_reflection_source(Environment::REFLECTION_SOURCE_DISABLED); // nothing here mirrors
+    sun->set_shadow(true);
+    FarmLight::apply(sky_root, rules::SkyState());
     // The camera sees some 30 metres: a small map is sharp enough and much cheaper.
     RenderingServer::get_singleton()->directional_shadow_atlas_set_size(2048, true);
     parent->add_child(sky_root);
@@ -271,13 +322,15 @@ Node3D *Scenery::light(Node *parent) {
 
 void Scenery::tune_light(Node3D *light, bool shadows) {
     auto *sun = Object::cast_to<DirectionalLight3D>(light->get_node_or_null(NodePath("Sun")));
-    auto *env = Object::cast_to<WorldEnvironment>(light->get_node_or_null(NodePath("Env")));
-    if (sun == nullptr || env == nullptr) {
+    if (sun == nullptr) {
         return;
     }
     sun->set_shadow(shadows);
-    sun->set_param(Light3D::PARAM_ENERGY, shadows ? 0.36f : 0.80f);
-    env->get_environment()->set_ambient_light_energy(shadows ? 1.0f : 1.35f);
+    FarmLight::refresh(light);
+}
+
+Scenery::Strengths Scenery::strengths(bool shadows) {
+    return shadows ? Strengths{0.36f, 1.0f} : Strengths{0.80f, 1.35f};
 }
 
 Ref<ShaderMaterial> Scenery::ground_material() {
@@ -289,6 +342,54 @@ Ref<ShaderMaterial> Scenery::ground_material() {
         art().ground = material;
     }
     return art().ground;
+}
+
+Ref<ShaderMaterial> Scenery::dry_ground_material(const Color &color, float dry) {
+    const String key = vformat("ground@%s_%.2f", color.to_html(false), dry);
+    Ref<ShaderMaterial> material = art().shaders.get(key, Variant());
+    if (material.is_null()) {
+        material.instantiate();
+        material->set_shader(ground_material()->get_shader());
+        material->set_shader_parameter(TM_NAME("dry_color"), color);
+        material->set_shader_parameter(TM_NAME("dry_amount"), dry);
+        art().shaders[key] = material;
+    }
+    return material;
+}
+
+void Scenery::wet_ground(bool wet) {
+    const Ref<Shader> shader = Models::shader_material(wet ? art_shader::GROUND_WET : art_shader::GROUND)->get_shader();
+    if (ground_material()->get_shader() == shader) {
+        return;
+    }
+    ground_material()->set_shader(shader);
+    const Array keys = art().shaders.keys();
+    for (int64_t i = 0; i < keys.size(); i++) {
+        if (static_cast<String>(keys[i]).begins_with("ground@")) {
+            const Ref<ShaderMaterial> ground = art().shaders[keys[i]];
+            ground->set_shader(shader);
+        }
+    }
+}
+
+Node3D *Scenery::lake(const Vector2 &half) {
+    Ref<PlaneMesh> plane;
+    plane.instantiate();
+    plane->set_size(half * 2);
+    const String key = vformat("lake@%.1fx%.1f", half.x, half.y);
+    Ref<ShaderMaterial> material = art().shaders.get(key, Variant());
+    if (material.is_null()) {
+        material.instantiate();
+        material->set_shader(Models::shader_material(art_shader::LAKE)->get_shader());
+        material->set_shader_parameter(TM_NAME("half_size"), half);
+        art().shaders[key] = material;
+    }
+    MeshInstance3D *water = memnew(MeshInstance3D);
+    water->set_name("Lake");
+    water->set_mesh(plane);
+    water->set_material_override(material);
+    water->set_cast_shadows_setting(GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    return water;
 }
 
 Node3D *Scenery::ground(Node *parent) {
@@ -319,6 +420,10 @@ Node3D *Scenery::ground(Node *parent) {
         plant_trees(land, chunk, x);
     }
     raise_hills(land);
+    Node3D *water = lake(Vector2(LAKE_HALF_X, LAKE_HALF_Z));
+    water->set_position(Vector3(LAKE_X, 0.03f, LAKE_Z));
+    land->add_child(water);
+    land->add_child(shore());
     parent->add_child(land);
     return land;
 }

@@ -10,6 +10,7 @@
 #include "game/actors/stack_carrier.h"
 #include "game/actors/unlock_tile.h"
 #include "game/art/avatar_models.h"
+#include "game/art/farm_light.h"
 #include "game/art/model_keys.h"
 #include "game/art/models.h"
 #include "game/shell/world.h"
@@ -52,6 +53,10 @@ Node3D *BotActions::model(const String &key) {
     return Models::model(key);
 }
 
+void BotActions::set_sky(Object *light, double hour, int season, double wet, double snow) {
+    FarmLight::apply(Object::cast_to<Node3D>(light), hour, season, static_cast<float>(wet), static_cast<float>(snow));
+}
+
 void BotActions::draw_face(Object *control, const String &avatar) {
     if (auto *on = Object::cast_to<Control>(control)) {
         AvatarModels::draw_face(on, AvatarModels::look_of(avatar));
@@ -64,6 +69,8 @@ void BotActions::_bind_methods() {
     ClassDB::bind_method(D_METHOD("get_doing"), &BotActions::get_doing);
     ClassDB::bind_static_method("BotActions", D_METHOD("model_rows"), &BotActions::model_rows);
     ClassDB::bind_static_method("BotActions", D_METHOD("model", "key"), &BotActions::model);
+    ClassDB::bind_static_method("BotActions", D_METHOD("set_sky", "light", "hour", "season", "wet", "snow"),
+                                &BotActions::set_sky);
     ClassDB::bind_static_method("BotActions", D_METHOD("draw_face", "control", "avatar"), &BotActions::draw_face);
 }
 

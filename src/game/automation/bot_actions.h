@@ -34,6 +34,8 @@ public:
     // For pictures of all models: rows of key, class and whether a builder is there; a fresh node of a key, or null.
     static Array model_rows();
     static Node3D *model(const String &key);
+    // The light of an hour, 0 up to 24, in season 0..3, on a farm's node "Light".
+    static void set_sky(Object *light, double hour, int season, double wet, double snow);
     // The face of a player's look, into a control that draws itself just now.
     static void draw_face(Object *control, const String &avatar);
 

@@ -15,6 +15,7 @@
 #include "game/actors/stack_carrier.h"
 #include "game/actors/truck_depot.h"
 #include "game/actors/unlock_tile.h"
+#include "game/art/scenery.h"
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
 #include "game/kit/ui.h"
@@ -259,6 +260,11 @@ void World::open_region(const String &id, bool quiet) {
     land.open(id, quiet, land_scene());
     player->set_first_area(land.first_area());
     player->set_second_area(land.second_area());
+    // The house grows with the farm; its wing stands where the fence to the mill has gone.
+    if (Node3D *house = Object::cast_to<Node3D>(get_node_or_null(NodePath("Farmhouse")))) {
+        const int64_t lands = get_regions().size();
+        Scenery::set_farmhouse_stage(house, !region_open("mill") ? 0 : lands < 8 ? 1 : lands < 16 ? 2 : 3);
+    }
 }
 
 void World::show_land(const String &id) {

@@ -66,8 +66,12 @@ void World::build_scene() {
     add_child(player);
 
     Node3D *house = Scenery::farmhouse();
+    house->set_name("Farmhouse");
     house->set_position(Vector3(10, 0, -17));
     add_child(house);
+    Node3D *yard = Scenery::homestead();
+    yard->set_position(house->get_position());
+    add_child(yard);
     add_solid(Rect2(6.6, -20.2, 6.8, 6.0));
     Node3D *bench = Scenery::bench();
     bench->set_position(Vector3(6.9, 0, -12.6));
