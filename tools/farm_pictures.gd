@@ -51,7 +51,7 @@ func look_at_spot(farm: Node, spot: Vector3) -> void:
     # The camera looks where it is told; the farmer waits far off, so that his tower hides nothing.
     farm.get_player().position = Vector3(spot.x, 0, 40)
     for i in 40:
-        farm._focus(spot, 1.0)
+        farm._focus(spot, 60.0)
         await process_frame
 
 

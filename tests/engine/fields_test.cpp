@@ -9,6 +9,7 @@
 #include "farm_items/pile_core.h"
 #include "game/actors/crop_field.h"
 #include "game/actors/harvester.h"
+#include "game/data/farm_data.h"
 #include "glebworks/glebworks.h"
 
 namespace tilm {
@@ -216,6 +217,21 @@ TEST_F(FieldTest, AHarvesterBringsTheSameUnseen) {
     }
     Glebworks::see_everything();
     FieldCore::set_weather_mult(weather);
+}
+
+TEST_F(FieldTest, APalletGivesWayToThePriceTileBesideItAndStaysInItsZone) {
+    int moved = 0;
+    for (const char *id : {"field_corn", "field_wheat"}) {
+        const Dictionary row = FarmData::entry_by_id(id);
+        CropField *field = CropField::build(row);
+        farm.ground->add_child(field);
+        step();
+        const Vector2 told = row["pallet"];
+        const float aside = float(field->get_pallet()->get_global_position().x - told.x);
+        EXPECT_LE(std::abs(aside) + 1.15f, 1.6f) << id; // slab and zone, half widths
+        moved += std::abs(aside) > 0.01f ? 1 : 0;
+    }
+    EXPECT_EQ(moved, 1); // only beside the corn field stands a tile so near
 }
 
 } // namespace

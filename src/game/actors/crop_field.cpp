@@ -1,5 +1,8 @@
 #include "game/actors/crop_field.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <godot_cpp/classes/multi_mesh_instance3d.hpp>
 
 #include "game/actors/pile.h"
@@ -34,6 +37,21 @@ void fence_off(Node3D *field, const Vector2 &size) {
         flank->set_rotation(Vector3(0, 1.5708f, 0));
         field->add_child(flank);
     }
+}
+
+// A price tile that reaches under the pallet must keep its price in sight, so the pallet gives way a little in its
+// zone.
+float step_aside(const Vector2 &at) {
+    constexpr float apart_x = 2.45f, apart_z = 2.4f, most = 0.45f;
+    const Array plan = FarmData::plan();
+    for (int64_t i = 0; i < plan.size(); i++) {
+        const Dictionary other = plan[i];
+        const Vector2 way = at - static_cast<Vector2>(other.get(TM_NAME("pos"), Vector2(INFINITY, INFINITY)));
+        if (std::abs(way.x) < apart_x && std::abs(way.y) < apart_z) {
+            return std::copysign(std::min(most, apart_x - std::abs(way.x)), way.x);
+        }
+    }
+    return 0;
 }
 
 } // namespace
@@ -98,7 +116,7 @@ void CropField::setup(const String &k, const Rect2 &r) {
 
 void CropField::build_pallet(const Vector2 &at) {
     const Vector3 spot(at.x, 0, at.y);
-    const Vector3 local = spot - get_position();
+    const Vector3 local = spot - get_position() + Vector3(step_aside(at), 0, 0);
     Node3D *slab = Buildings::pallet();
     slab->set_position(local);
     add_child(slab);

@@ -163,6 +163,7 @@ void Loading::plan() {
     add_task("fence", []() { drop(Scenery::fence(37.2f)); });
     add_task("farmhouse", []() { drop(Scenery::farmhouse()); });
     add_task("bench", []() { drop(Scenery::bench()); });
+    add_task("homestead", []() { drop(Scenery::homestead()); });
 
     Store *store = Store::current();
     const Variant saved = store != nullptr ? store->farm_doc().get("levels", Variant()) : Variant();

@@ -1,0 +1,118 @@
+# Draws every shader of the project once on a real display: each compiles, paints something, and offers the uniforms and
+# global parameters that the module sets by name. Run by shaders.sh, which also fails on an engine error in the log.
+extends SceneTree
+
+const NEEDED := ["avatar_badge", "stripes", "person", "animal", "tree", "farm", "water", "ground", "ground_wet", "tuft", "lake"]
+const UNIFORMS := {"farm": ["snowy"], "lake": ["half_size"], "ground": ["dry_color", "dry_amount"],
+        "ground_wet": ["dry_color", "dry_amount"]}
+const GLOBALS := ["farm_spring", "farm_summer", "farm_autumn", "farm_snow", "farm_wet", "farm_key", "farm_shade", "farm_rim"]
+const EMPTY := Color("ff00ff")
+
+var failures := 0
+
+
+func _initialize() -> void:
+    draw_all.call_deferred()
+
+
+func check(good: bool, what: String) -> void:
+    if not good:
+        failures += 1
+        print("SHADERS wrong: ", what)
+
+
+func studio(of_canvas: bool) -> SubViewport:
+    var page := SubViewport.new()
+    page.size = Vector2i(64, 64)
+    page.own_world_3d = true
+    page.disable_3d = of_canvas
+    page.render_target_update_mode = SubViewport.UPDATE_ALWAYS
+    root.add_child(page)
+    return page
+
+
+# With everything on at once, so that no branch stays unread.
+func scene(page: SubViewport, material: ShaderMaterial) -> void:
+    var env := Environment.new()
+    env.background_mode = Environment.BG_COLOR
+    env.background_color = EMPTY
+    env.ambient_light_source = Environment.AMBIENT_SOURCE_COLOR
+    env.ambient_light_color = Color.WHITE
+    env.ambient_light_energy = 0.4
+    env.fog_enabled = true
+    env.fog_density = 0.01
+    var world := WorldEnvironment.new()
+    world.environment = env
+    page.add_child(world)
+    var sun := DirectionalLight3D.new()
+    sun.shadow_enabled = true
+    sun.rotation_degrees = Vector3(-50, -40, 0)
+    page.add_child(sun)
+    var lamp := OmniLight3D.new()
+    lamp.position = Vector3(1, 1, 1)
+    page.add_child(lamp)
+    var camera := Camera3D.new()
+    camera.position = Vector3(0, 3, 0.2)
+    camera.rotation_degrees = Vector3(-86, 0, 0)
+    page.add_child(camera)
+    var body := MultiMesh.new() # colours and custom data, as people have them
+    body.transform_format = MultiMesh.TRANSFORM_3D
+    body.use_colors = true
+    body.use_custom_data = true
+    var plane := PlaneMesh.new()
+    plane.size = Vector2(4, 4)
+    body.mesh = plane
+    body.instance_count = 1
+    body.set_instance_transform(0, Transform3D.IDENTITY)
+    body.set_instance_color(0, Color(0.4, 0.7, 0.3))
+    body.set_instance_custom_data(0, Color(0, 0, 0, 0))
+    var node := MultiMeshInstance3D.new()
+    node.multimesh = body
+    node.material_override = material
+    page.add_child(node)
+
+
+func draw_one(name: String) -> void:
+    var shader: Shader = load("res://shaders/%s.gdshader" % name)
+    var material := ShaderMaterial.new()
+    material.shader = shader
+    var canvas := shader.get_mode() == Shader.MODE_CANVAS_ITEM
+    var page := studio(canvas)
+    if canvas:
+        var back := ColorRect.new()
+        back.color = EMPTY
+        back.size = Vector2(64, 64)
+        page.add_child(back)
+        var rect := ColorRect.new()
+        rect.color = Color(0.4, 0.7, 0.3)
+        rect.size = Vector2(64, 64)
+        rect.material = material
+        page.add_child(rect)
+    else:
+        scene(page, material)
+    for i in 3:
+        await process_frame
+    var seen := page.get_texture().get_image().get_pixel(32, 32)
+    check(not seen.is_equal_approx(EMPTY), "%s draws nothing" % name)
+    var offered := shader.get_shader_uniform_list().map(func(u): return u.name)
+    for uniform in UNIFORMS.get(name, []):
+        check(uniform in offered, "%s has no %s" % [name, uniform])
+    page.queue_free()
+
+
+func draw_all() -> void:
+    for name in GLOBALS:
+        check(ProjectSettings.has_setting("shader_globals/" + name), "no global parameter %s" % name)
+        if not name in ["farm_key", "farm_shade", "farm_rim"]:
+            RenderingServer.global_shader_parameter_set(name, 0.6)
+    RenderingServer.global_shader_parameter_set("farm_glow", 1.0)
+    var names: PackedStringArray = []
+    for file in DirAccess.get_files_at("res://shaders"):
+        if file.ends_with(".gdshader"):
+            names.append(file.get_basename())
+    for name in NEEDED:
+        check(name in names, "no %s.gdshader" % name)
+    for name in names:
+        await draw_one(name)
+    print("SHADERS drawn %d, wrong %d" % [names.size(), failures])
+    quit(0 if failures == 0 else 1)
