@@ -80,7 +80,7 @@ TEST(FarmLightTest, ALightWithoutASunIsRefused) {
 
 TEST(FarmLightTest, TheHouseGrowsInPlaceAndTheYardIsFewDraws) {
     Noon farm;
-    Node3D *house = Scenery::farmhouse();
+    Node3D *house = Scenery::farmhouse(0);
     stage()->add_child(house);
     const AABB small = Object::cast_to<MeshInstance3D>(house)->get_aabb();
     EXPECT_LT(small.get_end().x + 10, 12.6); // inside the egg farm's fence, but for the eaves

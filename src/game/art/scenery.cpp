@@ -241,8 +241,8 @@ Node3D *Scenery::cover(const String &title, float x) {
     return node;
 }
 
-Node3D *Scenery::farmhouse() {
-    return FarmhouseModel::build(0);
+Node3D *Scenery::farmhouse(int stage) {
+    return FarmhouseModel::build(stage);
 }
 
 void Scenery::set_farmhouse_stage(Node3D *house, int stage) {

@@ -42,7 +42,7 @@ struct Scenery {
     static Node3D *rail_fence(float length);
     // Dark cover over a closed land whose centre is x; the node itself stands at the origin.
     static Node3D *cover(const String &title, float x);
-    static Node3D *farmhouse();
+    static Node3D *farmhouse(int stage = 1);
     // Another stage, 0..3, of the house that farmhouse() returned.
     static void set_farmhouse_stage(Node3D *house, int stage);
     // Well, wood pile, washing line, beds and lantern round the house, merged; origin as the house.

@@ -161,7 +161,7 @@ void Loading::plan() {
     add_task("pallet", []() { drop(Buildings::pallet()); });
     add_task("stall", []() { drop(Buildings::stall(UI::hex("ef6c00"))); });
     add_task("fence", []() { drop(Scenery::fence(37.2f)); });
-    add_task("farmhouse", []() { drop(Scenery::farmhouse()); });
+    add_task("farmhouse", []() { drop(Scenery::farmhouse(0)); });
     add_task("bench", []() { drop(Scenery::bench()); });
     add_task("homestead", []() { drop(Scenery::homestead()); });
 

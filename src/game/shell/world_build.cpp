@@ -65,7 +65,7 @@ void World::build_scene() {
     player->set_position(Vector3(-2.5, 0, 2.9));
     add_child(player);
 
-    Node3D *house = Scenery::farmhouse();
+    Node3D *house = Scenery::farmhouse(0);
     house->set_name("Farmhouse");
     house->set_position(Vector3(10, 0, -17));
     add_child(house);
