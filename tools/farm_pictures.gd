@@ -126,7 +126,7 @@ func take_work(farm: Node) -> void:
         var of: String = kind + str(entry.get("product", entry.get("crop", entry.id)))
         if kind in ["stall", "dock", "depot"]:
             of = kind
-        if seen.has(of) or farm.level_of(entry.id) == 0:
+        if seen.has(of) or farm.level_of(entry.id) == 0 or farm.get_nodes().get(entry.id) == null:
             continue
         seen[of] = true
         var at: Vector2 = entry.pos
