@@ -25,6 +25,10 @@ bool framed(const String &crop) {
     return crop == "wheat" || crop == "sunflower";
 }
 
+Node3D *soil_bed(const String &crop, const Vector2 &size) {
+    return Buildings::field_bed(size, FarmData::bed_colors().get(crop, Color(0.55f, 0.4f, 0.25f)), framed(crop));
+}
+
 void fence_off(Node3D *field, const Vector2 &size) {
     // The front stays open for people and machines.
     const Vector2 half = size * 0.5f + Vector2(0.45f, 0.45f);
@@ -73,6 +77,15 @@ CropField *CropField::build(const Dictionary &entry) {
     return field;
 }
 
+void CropField::warm(const Dictionary &entry) {
+    const Rect2 r = entry.get(TM_NAME("rect"), Rect2());
+    const String k = entry.get(TM_NAME("crop"), String());
+    Node3D *frame = memnew(Node3D);
+    fence_off(frame, r.size);
+    frame->add_child(soil_bed(k, r.size));
+    memdelete(frame);
+}
+
 void CropField::_ready() {
     if (in_editor() || entry.is_empty()) {
         return;
@@ -92,7 +105,7 @@ void CropField::setup(const String &k, const Rect2 &r) {
             node->queue_free();
         }
     }
-    Node3D *soil = Buildings::field_bed(r.size, FarmData::bed_colors().get(k, Color(0.55f, 0.4f, 0.25f)), framed(k));
+    Node3D *soil = soil_bed(k, r.size);
     const Vector2 middle = r.get_center();
     soil->set_position(Vector3(middle.x, 0, middle.y) - get_position());
     add_child(soil);

@@ -18,6 +18,8 @@ public:
     // Makes the field of a plan entry (id, crop, rect, pallet, bed) with its zone; add it to the tree at once after.
     // Null with one log line for an entry without a usable rect or crop.
     static CropField *build(const Dictionary &entry);
+    // Bakes the ground and the fences of a plan entry ahead of its building.
+    static void warm(const Dictionary &entry);
     // Lays the bed and plants crop `k` over the world rectangle `r`; a second call replants.
     void setup(const String &k, const Rect2 &r);
 

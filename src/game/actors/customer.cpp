@@ -45,7 +45,17 @@ Node3D *crown_model() {
     return root;
 }
 
+MeshInstance3D *crown_node() {
+    return Models::bake("crown", Models::fn_node(&crown_model), false, true);
+}
+
 } // namespace
+
+void Customer::warm() {
+    bubble_mesh(false);
+    bubble_mesh(true);
+    memdelete(crown_node());
+}
 
 void Customer::setup_statics() {
     PersonLook::setup_statics();
@@ -132,7 +142,7 @@ void Customer::show_number() {
 
 void Customer::show_crown(bool on) {
     if (crown == nullptr && on) {
-        crown = Models::bake("crown", Models::fn_node(&crown_model), false, true);
+        crown = crown_node();
         Node *head = get_model()->get_node_or_null(NodePath("Body/Head"));
         if (head == nullptr) {
             head = get_model()->get_node_or_null(NodePath("Body"));

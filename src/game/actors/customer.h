@@ -38,6 +38,8 @@ public:
 
     // Makes the fixed set of outfits.
     static void setup_statics();
+    // Bakes what customers wear and carry over their heads.
+    static void warm();
 
 protected:
     static void _bind_methods();

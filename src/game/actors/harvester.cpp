@@ -61,7 +61,20 @@ Node3D *reel() {
     return tree;
 }
 
+Node3D *body_model(const Color &color) {
+    return Models::bake("harvester_" + color.to_html(false), Models::builder([color]() { return body(color); }));
+}
+
+MeshInstance3D *reel_model() {
+    return Models::bake("harvester_reel", Models::builder([]() { return reel(); }));
+}
+
 } // namespace
+
+void Harvester::warm(const Color &paint) {
+    memdelete(body_model(paint));
+    memdelete(reel_model());
+}
 
 Harvester *Harvester::build(const Dictionary &entry, CropField *field) {
     if (field == nullptr || field->get_pallet() == nullptr) {
@@ -91,9 +104,8 @@ void Harvester::_ready() {
     if (in_editor() || rollers != nullptr) {
         return;
     }
-    const Color color = paint;
-    add_child(Models::bake("harvester_" + color.to_html(false), Models::builder([color]() { return body(color); })));
-    rollers = Models::bake("harvester_reel", Models::builder([]() { return reel(); }));
+    add_child(body_model(paint));
+    rollers = reel_model();
     rollers->set_position(Vector3(0, 0.55f, -head_reach));
     add_child(rollers);
     set_level(level);

@@ -23,6 +23,8 @@ public:
     // Makes the harvester of a plan entry (`color`) for `field`; add it to the tree at once after. Null without a
     // field.
     static Harvester *build(const Dictionary &entry, CropField *field);
+    // Bakes its models ahead of its building.
+    static void warm(const Color &paint);
     void setup(CropField *field, PileCore *pallet, const Color &paint);
     void set_level(int l);
     int get_level() const { return level; }

@@ -91,6 +91,18 @@ void PersonLook::setup_statics() {
     the_pool();
 }
 
+Array PersonLook::staff_skin_list() {
+    Array list;
+    for (const char *skin : staff_skins) {
+        list.push_back(String(skin));
+    }
+    return list;
+}
+
+Array PersonLook::customer_looks() {
+    return the_pool();
+}
+
 String PersonLook::random_staff_skin() {
     return staff_skins[UtilityFunctions::randi_range(0, static_cast<int64_t>(std::size(staff_skins)) - 1)];
 }

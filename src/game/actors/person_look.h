@@ -14,6 +14,8 @@ struct PersonLook {
     // The role of a carrier by where it carries to.
     static String hauler_role(const String &dst);
     static String random_staff_skin();
+    static Array staff_skin_list();
+    static Array customer_looks(); // all that random_customer picks from
     // One of a fixed set of outfits, made once; a VIP's are purple.
     static Dictionary random_customer(bool vip);
 

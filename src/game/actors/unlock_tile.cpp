@@ -64,12 +64,14 @@ void UnlockTile::_ready() {
     redraw();
 }
 
+Node3D *UnlockTile::plate_model(const String &id, const String &kind, const String &product) {
+    return Models::bake("tileplate_" + id + "_" + kind,
+                        Models::builder([kind, product]() { return still_parts(kind, product); }), false);
+}
+
 void UnlockTile::build_plate() {
     set_scale(Vector3(1, 1, 1) * static_cast<float>(sign_scale));
-    const String kind = entry_type;
-    const String product = data.get(TM_NAME("product"), String());
-    add_child(Models::bake("tileplate_" + entry_key + "_" + kind,
-                           Models::builder([kind, product]() { return still_parts(kind, product); }), false));
+    add_child(plate_model(entry_key, entry_type, data.get(TM_NAME("product"), String())));
 
     Ref<BoxMesh> box;
     box.instantiate();

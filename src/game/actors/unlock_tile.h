@@ -20,6 +20,8 @@ public:
 
     // `d` plan entry, `already_paid` money in the tile, `t` label, `c` price, `lvl` level being bought from 0.
     void setup(const Dictionary &d, int64_t already_paid, const String &t, int64_t c, int lvl);
+    // The still parts of an entry's tile, in one baked model.
+    static Node3D *plate_model(const String &id, const String &kind, const String &product);
     // Half side of the square the player must stand in.
     double half() const { return rules::tile_half(sign_scale); }
     int64_t remaining() const { return drain.remaining(); }

@@ -95,18 +95,21 @@ void FarmDocument::load_core() {
     }
 }
 
-void FarmDocument::load_state() {
+bool FarmDocument::load_state(uint64_t until) {
     const WorldOptions &options = WorldOptions::get();
     if (source.is_empty() || std::isfinite(options.at_x)) {
-        return;
+        return true;
     }
     Dictionary state = read_table(source, "state");
-    load_piles(read_table(state, "piles"));
+    if (!load_piles(read_table(state, "piles"), until)) {
+        return false;
+    }
     load_cash(read_table(state, "cash"));
     load_player(state);
     if (!world.visiting) {
         load_carry(read_list(state, "carry"));
     }
+    return true;
 }
 
 String FarmDocument::pile_key(const ZoneCore &zone) {
@@ -119,41 +122,51 @@ String FarmDocument::cash_key(const Vector3 &pos) {
     return vformat("%d,%d", rules::round_half_away(pos.x * 10.0), rules::round_half_away(pos.z * 10.0));
 }
 
-void FarmDocument::load_piles(const Dictionary &piles) {
-    Dictionary left = piles.duplicate();
-    for (int i = 0; i < world.zones.size(); i++) {
-        Ref<ZoneCore> zone = world.zones[i];
+bool FarmDocument::load_piles(const Dictionary &piles, uint64_t until) {
+    if (next_zone == 0) {
+        piles_left = piles.duplicate();
+    }
+    while (next_zone < world.zones.size()) {
+        Ref<ZoneCore> zone = world.zones[next_zone++];
         String key = pile_key(**zone);
         PileCore *pile = zone->get_pile();
-        if (!pile || !left.has(key)) {
+        if (!pile || !piles_left.has(key)) {
             continue;
         }
-        Dictionary by_kind = counts_of(read_table(left, key));
-        left.erase(key);
-        Array kinds = by_kind.keys();
-        for (int k = 0; k < kinds.size(); k++) {
-            String kind = kinds[k];
-            int64_t n = by_kind[kind];
-            if (kind == "juice") {
-                kind = "orange_juice";
-            }
-            if (!FarmData::prices().has(kind)) {
-                WARN_PRINT("TILMARCH unknown good " + kind + " in " + key + ": dropped");
-                continue;
-            }
-            const GoodsVerb verb("loaded");
-            int64_t laid = 0;
-            for (; laid < n && !pile->is_full(); laid++) {
-                pile->add(Item::spawn(kind, pile->slot_global(pile->count())), LOAD_FLIGHT);
-            }
-            if (laid < n) {
-                WARN_PRINT(vformat("TILMARCH farm: %d %s of %d do not fit in %s: dropped", n - laid, kind, n, key));
-            }
+        const Dictionary by_kind = counts_of(read_table(piles_left, key));
+        piles_left.erase(key);
+        fill_pile(pile, by_kind, key);
+        if (Time::get_singleton()->get_ticks_usec() > until) {
+            return false;
         }
     }
-    Array homeless = left.keys();
+    Array homeless = piles_left.keys();
     for (int i = 0; i < homeless.size(); i++) {
         WARN_PRINT("TILMARCH farm: no place for the goods of " + String(homeless[i]) + ": skipped");
+    }
+    return true;
+}
+
+void FarmDocument::fill_pile(PileCore *pile, const Dictionary &by_kind, const String &key) {
+    const GoodsVerb verb("loaded");
+    Array kinds = by_kind.keys();
+    for (int k = 0; k < kinds.size(); k++) {
+        String kind = kinds[k];
+        int64_t n = by_kind[kind];
+        if (kind == "juice") {
+            kind = "orange_juice";
+        }
+        if (!FarmData::prices().has(kind)) {
+            WARN_PRINT("TILMARCH unknown good " + kind + " in " + key + ": dropped");
+            continue;
+        }
+        int64_t laid = 0;
+        for (; laid < n && !pile->is_full(); laid++) {
+            pile->add(Item::spawn(kind, pile->slot_global(pile->count())), LOAD_FLIGHT);
+        }
+        if (laid < n) {
+            WARN_PRINT(vformat("TILMARCH farm: %d %s of %d do not fit in %s: dropped", n - laid, kind, n, key));
+        }
     }
 }
 

@@ -9,6 +9,7 @@ namespace tilm {
 using namespace godot;
 
 class CashTile;
+class PileCore;
 class Producer;
 class World;
 class ZoneCore;
@@ -26,8 +27,9 @@ public:
     Dictionary saved_levels() const;
     // Money, part payments and tools; the levels stand already.
     void load_core();
-    // Goods on the ground, money on cash tiles, the player's place and hands.
-    void load_state();
+    // Goods on the ground, money on cash tiles, the player's place and hands. False when the time is over (`until`, in
+    // the clock's microseconds): call again.
+    bool load_state(uint64_t until);
     // Feed given to producers so far; gives each producer that has had none its free start.
     void load_feed();
     void give_feed(const String &id, Producer *producer);
@@ -44,9 +46,12 @@ private:
     Dictionary source;
     Dictionary stray_levels; // saved levels of entries that the plan does not have now
     Dictionary feed_given;
+    Dictionary piles_left; // saved piles that no zone has taken yet
+    int next_zone = 0;     // from which on piles are to be filled
 
     Dictionary state_now() const;
-    void load_piles(const Dictionary &piles);
+    bool load_piles(const Dictionary &piles, uint64_t until);
+    void fill_pile(PileCore *pile, const Dictionary &by_kind, const String &key);
     void load_cash(const Dictionary &cash);
     void load_player(const Dictionary &state);
     void load_carry(const Array &kinds);

@@ -13,17 +13,16 @@
 #include <godot_cpp/core/class_db.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
-#include "game/art/buildings.h"
-#include "game/art/models.h"
-#include "game/art/scenery.h"
-#include "game/data/farm_data.h"
 #include "game/interface/menu.h"
 #include "game/interface/title_scene.h"
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
 #include "game/ports/store.h"
+#include "game/shell/warm_list.h"
 #include "game/shell/world.h"
+#include "game/shell/world_options.h"
 #include "names.h"
+#include "safe_read.h"
 
 namespace tilm {
 namespace {
@@ -46,13 +45,6 @@ const char *const kTips[] = {
     "TIP: MORE GOLDEN EGGS = MORE PER EGG",
     "TIP: TAP A TRUCK ON THE MAP TO GO THERE",
 };
-
-// Builders leave what they make in the caches; the node itself was only the way there.
-void drop(Node *node) {
-    if (node != nullptr) {
-        memdelete(node);
-    }
-}
 
 } // namespace
 
@@ -148,58 +140,14 @@ void Loading::add_task(const String &name, std::function<void()> run) {
 }
 
 void Loading::plan() {
-    const Array kinds = FarmData::prices().keys();
-    for (int64_t i = 0; i < kinds.size(); ++i) {
-        const String key = String("item_") + String(kinds[i]);
-        add_task(key, [key]() { Models::item_mesh(key); });
-    }
-    add_task("money", []() { Models::item_mesh("money_bill"); });
-    add_task("tree", []() { drop(Models::any_tree(0.1f)); });
-    add_task("tree_pine", []() { drop(Models::any_tree(0.5f)); });
-    add_task("tree_birch", []() { drop(Models::any_tree(0.9f)); });
-    add_task("tray", []() { drop(Buildings::tray()); });
-    add_task("pallet", []() { drop(Buildings::pallet()); });
-    add_task("stall", []() { drop(Buildings::stall(UI::hex("ef6c00"))); });
-    add_task("fence", []() { drop(Scenery::fence(37.2f)); });
-    add_task("farmhouse", []() { drop(Scenery::farmhouse(0)); });
-    add_task("bench", []() { drop(Scenery::bench()); });
-    add_task("homestead", []() { drop(Scenery::homestead()); });
-
-    Store *store = Store::current();
-    const Variant saved = store != nullptr ? store->farm_doc().get("levels", Variant()) : Variant();
-    const Dictionary levels = saved.get_type() == Variant::DICTIONARY ? Dictionary(saved) : Dictionary();
-    const Array entries = FarmData::plan();
-    for (int64_t i = 0; i < entries.size(); ++i) {
-        const Dictionary entry = entries[i];
-        const String id = entry.get("id", "");
-        const Variant level = levels.get(id, 0);
-        const bool number = level.get_type() == Variant::INT || level.get_type() == Variant::FLOAT;
-        if (id == "coop_a" || (number && double(level) >= 1.0)) {
-            plan_entry(entry);
-        }
-    }
+    const warm_list::Add add = [this](const String &name, std::function<void()> run) {
+        add_task(name, std::move(run));
+    };
+    warm_list::common(add);
+    const Store *store = Store::current();
+    const Dictionary saved = store != nullptr ? store->farm_doc() : Dictionary();
+    warm_list::entries(add, read_table(saved, "levels"), WorldOptions::get().max_farm);
     flow.plan_tasks(static_cast<int>(tasks.size()));
-}
-
-void Loading::plan_entry(const Dictionary &entry) {
-    const String kind = entry.get("kind", "");
-    if (kind == "producer") {
-        const String product = entry.get("product", "");
-        add_task("p_" + product, [product]() {
-            drop(Buildings::house(product));
-            drop(Models::animal(product));
-        });
-    } else if (kind == "machine" || kind == "factory" || kind == "restaurant") {
-        const String product = entry.get("product", "");
-        const Color roof = entry.get("roof", Buildings::machine_roof());
-        add_task("m_" + product, [product, roof]() {
-            drop(Buildings::machine(product, roof));
-            drop(Buildings::anim(product));
-        });
-    } else if (kind == "field") {
-        const String crop = entry.get("crop", "");
-        add_task("f_" + crop, [crop]() { Models::crop_mesh(crop); });
-    }
 }
 
 void Loading::run_tasks(uint64_t frame_start) {

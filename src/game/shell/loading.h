@@ -42,7 +42,6 @@ private:
 
     void build_display();
     void plan();
-    void plan_entry(const Dictionary &entry);
     void add_task(const String &name, std::function<void()> run);
     void run_tasks(uint64_t frame_start);
     bool step_world();

@@ -66,6 +66,7 @@ public:
     // The staged build, sliced by Loading: true when it is done.
     bool build_step();
     double build_progress() const; // 0 .. 0.92
+    String build_note() const;     // what the next build step starts with: an entry's id or the stage
     bool is_built() const { return !building_now; }
 
     // Saves the farm's document; nothing while building or on a visit.

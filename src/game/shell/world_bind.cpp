@@ -44,6 +44,7 @@ void World::_bind_methods() {
     ClassDB::bind_method(D_METHOD("flow_total", "key"), &World::flow_total);
     ClassDB::bind_method(D_METHOD("build_step"), &World::build_step);
     ClassDB::bind_method(D_METHOD("build_progress"), &World::build_progress);
+    ClassDB::bind_method(D_METHOD("build_note"), &World::build_note);
     ClassDB::bind_method(D_METHOD("_save"), &World::_save);
     ClassDB::bind_method(D_METHOD("save_now"), &World::save_now);
     ClassDB::bind_method(D_METHOD("_fit_cam"), &World::_fit_cam);

@@ -140,8 +140,9 @@ bool World::build_step() {
         stage = 4;
         return false;
     case 4:
-        document->load_state();
-        stage = 5;
+        if (document->load_state(Time::get_singleton()->get_ticks_usec() + STEP_BUDGET_USEC)) {
+            stage = 5;
+        }
         return false;
     case 5:
         finish_ready();
@@ -194,6 +195,14 @@ void World::buy_cheapest(int n) {
         apply_level(best, level_of(best["id"]) + 1, true);
         purchases.auto_free();
     }
+}
+
+String World::build_note() const {
+    const Array entries = FarmData::plan();
+    if (stage == 1 && entry_index < entries.size()) {
+        return Dictionary(entries[entry_index]).get("id", String());
+    }
+    return vformat("stage %d", stage);
 }
 
 double World::build_progress() const {
