@@ -2,7 +2,7 @@
 # extends bench_case.gd; list it in CASES.
 extends SceneTree
 
-const CASES: Array[String] = ["counters"]
+const CASES: Array[String] = ["counters", "producers", "machines", "fields"]
 
 
 func _initialize() -> void:
