@@ -45,12 +45,14 @@
 #include "game/actors/worker.h"
 #include "game/actors/zone.h"
 #include "game/art/addon_models.h"
+#include "game/art/auto_quality.h"
 #include "game/art/avatar_models.h"
 #include "game/art/buildings.h"
 #include "game/art/canteen_models.h"
 #include "game/art/coffee_models.h"
 #include "game/art/decor.h"
 #include "game/art/farmhouse_model.h"
+#include "game/art/fx_lod.h"
 #include "game/art/grill_food.h"
 #include "game/art/home_models.h"
 #include "game/art/icon_models.h"
@@ -58,6 +60,7 @@
 #include "game/art/pet_models.h"
 #include "game/art/prim_store.h"
 #include "game/art/service_models.h"
+#include "game/art/shadow_cull.h"
 #include "game/automation/bot_actions.h"
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
@@ -74,6 +77,7 @@
 #include "game/shell/world.h"
 #include "game/sound/sfx.h"
 #include "glebworks/glebworks.h"
+#include "glebworks/shadow_cull_core.h"
 #include "glebworks/walker_brain.h"
 #include "glebworks/walker_core.h"
 
@@ -116,6 +120,7 @@ void register_core_classes() {
     TM_ADD(Glebworks);
     TM_ADD(WalkerBrain);
     TM_ADD(WalkerCore);
+    TM_ADD(ShadowCullCore);
     TM_ADD(ItemCore);
     TM_ADD(ItemBatchCore);
     TM_ADD(PileCore);
@@ -138,6 +143,7 @@ void register_core_classes() {
 void register_game_classes() {
     setup_statics();
     TM_ADD(AddonModels);
+    TM_ADD(AutoQuality);
     TM_ADD(AvatarModels);
     TM_ADD(BotActions);
     TM_ADD(Buildings);
@@ -153,6 +159,7 @@ void register_game_classes() {
     TM_ADD(FarmData);
     TM_ADD(FarmHand);
     TM_ADD(FarmhouseModel);
+    TM_ADD(FxLod);
     TM_ADD(GameLog);
     TM_ADD(Ghost);
     TM_ADD(GrillFood);
@@ -181,6 +188,7 @@ void register_game_classes() {
     TM_ADD(SellCounter);
     TM_ADD(ServiceModels);
     TM_ADD(Sfx);
+    TM_ADD(ShadowCull);
     TM_ADD(StackCarrier);
     TM_ADD(SupplyVan);
     TM_ADD(TitleScene);

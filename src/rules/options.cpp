@@ -192,8 +192,8 @@ const Row kRows[] = {
      }},
     {"--novsync", Value::None, State::Live, [](Options &o, std::string_view) { o.no_vsync = true; }},
     {"--dumpprims", Value::None, State::Live, [](Options &o, std::string_view) { o.dump_prims = true; }},
-    {"--autoq", Value::None, State::Idle, [](Options &o, std::string_view) { o.auto_quality = true; }},
-    {"--quality", Value::Needed, State::Idle, [](Options &o, std::string_view v) { take(o, v, 0, 3, o.quality); }},
+    {"--autoq", Value::None, State::Live, [](Options &o, std::string_view) { o.auto_quality = true; }},
+    {"--quality", Value::Needed, State::Live, [](Options &o, std::string_view v) { take(o, v, 0, 3, o.quality); }},
     {"--bench", Value::None, State::Idle, [](Options &o, std::string_view) { o.bench = true; }},
     {"--sound", Value::None, State::Live, [](Options &o, std::string_view) { o.sound = true; }},
 

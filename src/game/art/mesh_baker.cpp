@@ -70,7 +70,7 @@ void append(Surface &out, MeshInstance3D *node, const Node *root, const MergeOpt
     for (int64_t i = 0; i < count; i++) {
         vertex[i] = place.xform(points[i]);
         const Vector3 facing = i < facings.size() ? turn.xform(facings[i]) : Vector3();
-        normal[i] = facing.is_zero_approx() ? Vector3() : facing.normalized();
+        normal[i] = facing.normalized(); // zero stays zero
         const float k = options.shade_height > 0
                             ? shade_factor(float(vertex[i].y), float(normal[i].y), options.shade_height)
                             : 1.0f;

@@ -9,7 +9,10 @@
 #include "game/actors/item.h"
 #include "game/actors/item_batch.h"
 #include "game/actors/player.h"
+#include "game/art/auto_quality.h"
+#include "game/art/fx_lod.h"
 #include "game/art/scenery.h"
+#include "game/art/shadow_cull.h"
 #include "game/automation/bot_actions.h"
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
@@ -97,6 +100,7 @@ void World::build_scene() {
     cinema->setup(&camera);
     cinema->connect("ended", callable_mp(this, &World::_on_cine_ended));
     Scenery::light(this);
+    add_child(memnew(FxLod));
     if (WorldOptions::get().autoplay) {
         bot = memnew(BotActions);
         add_child(bot);
@@ -104,6 +108,7 @@ void World::build_scene() {
     }
     arrow.build(this);
     offers = std::make_unique<OfferDesk>(*this);
+    add_child(memnew(ShadowCull));
     get_viewport()->connect("size_changed", callable_mp(this, &World::_fit_cam));
     camera.set_distance(static_cast<float>(WorldOptions::get().zoom));
     camera.place(player->get_position());
@@ -237,6 +242,7 @@ void World::finish_ready() {
     camera.place(at);
     camera.publish_view();
     pets.settle();
+    add_child(memnew(AutoQuality)); // not earlier: the frames of a load tell nothing
     if (options.hide_player) {
         player->set_position(Vector3(at.x, at.y, 40));
     }
