@@ -5,6 +5,7 @@
 #include <godot_cpp/classes/box_mesh.hpp>
 #include <godot_cpp/classes/capsule_mesh.hpp>
 #include <godot_cpp/classes/cylinder_mesh.hpp>
+#include <godot_cpp/classes/dir_access.hpp>
 #include <godot_cpp/classes/file_access.hpp>
 #include <godot_cpp/classes/plane_mesh.hpp>
 #include <godot_cpp/classes/primitive_mesh.hpp>
@@ -14,39 +15,46 @@
 
 #include "game/art/art_state.h"
 #include "names.h"
+#include "rules/surface_table.h"
 
 namespace tilm::prim_cache {
 namespace {
 
 const char *const STORE_PATH = "res://assets/prims.bin";
 
+// All that merging takes for granted: as many normals as vertices, whole triangles, indices that exist.
+bool is_sound(const Array &arrays) {
+    const Variant points = arrays[Mesh::ARRAY_VERTEX], facings = arrays[Mesh::ARRAY_NORMAL];
+    const Variant listed = arrays[Mesh::ARRAY_INDEX];
+    if (points.get_type() != Variant::PACKED_VECTOR3_ARRAY || facings.get_type() != Variant::PACKED_VECTOR3_ARRAY) {
+        return false;
+    }
+    const PackedVector3Array vertices = points, normals = facings;
+    const int64_t count = vertices.size();
+    if (count == 0 || normals.size() != count) {
+        return false;
+    }
+    for (int64_t i = 0; i < count; i++) {
+        if (!vertices[i].is_finite() || !normals[i].is_finite()) {
+            return false;
+        }
+    }
+    if (listed.get_type() == Variant::NIL) {
+        return count % 3 == 0;
+    }
+    if (listed.get_type() != Variant::PACKED_INT32_ARRAY) {
+        return false;
+    }
+    const PackedInt32Array indices = listed;
+    const int32_t *index = indices.ptr();
+    const bool within = std::all_of(index, index + indices.size(), [count](int32_t i) { return i >= 0 && i < count; });
+    return within && indices.size() % 3 == 0;
+}
+
 void load_store() {
-    if (art().prims_loaded) {
-        return;
-    }
-    art().prims_loaded = true;
-    if (!FileAccess::file_exists(STORE_PATH)) {
-        return;
-    }
-    const Variant stored = UtilityFunctions::bytes_to_var(FileAccess::get_file_as_bytes(STORE_PATH));
-    if (stored.get_type() != Variant::DICTIONARY) {
-        UtilityFunctions::print("TILMARCH prims.bin unreadable: shapes are computed");
-        return;
-    }
-    const Dictionary shapes = stored;
-    const Array keys = shapes.keys();
-    for (int64_t i = 0; i < keys.size(); i++) {
-        const Variant value = shapes[keys[i]];
-        if (value.get_type() != Variant::ARRAY || keys[i].get_type() != Variant::STRING) {
-            continue;
-        }
-        const Array arrays = value;
-        const bool sound = arrays.size() == Mesh::ARRAY_MAX &&
-                           arrays[Mesh::ARRAY_VERTEX].get_type() == Variant::PACKED_VECTOR3_ARRAY &&
-                           arrays[Mesh::ARRAY_NORMAL].get_type() == Variant::PACKED_VECTOR3_ARRAY;
-        if (sound) {
-            art().prims[keys[i]] = arrays;
-        }
+    if (!art().prims_loaded) {
+        art().prims_loaded = true;
+        load(STORE_PATH);
     }
 }
 
@@ -148,14 +156,39 @@ void cap_detail(const Ref<Mesh> &mesh, const Caps &caps) {
     }
 }
 
+int64_t load(const String &path) {
+    if (!FileAccess::file_exists(path)) {
+        return 0;
+    }
+    const PackedByteArray bytes = FileAccess::get_file_as_bytes(path);
+    // Looked over first: the engine logs an error of its own for each damage that it meets.
+    bool sound = rules::is_surface_table({bytes.ptr(), size_t(bytes.size())});
+    const Variant stored = sound ? UtilityFunctions::bytes_to_var(bytes) : Variant();
+    const Dictionary shapes = stored.get_type() == Variant::DICTIONARY ? Dictionary(stored) : Dictionary();
+    const Array surfaces = shapes.values();
+    for (int64_t i = 0; sound && i < surfaces.size(); i++) {
+        sound = is_sound(surfaces[i]);
+    }
+    if (!sound) {
+        UtilityFunctions::print("TILMARCH ", path, " is damaged or outdated: shapes are computed");
+        return 0;
+    }
+    art().prims.merge(shapes);
+    return shapes.size();
+}
+
 Error save(const String &path, int64_t &count) {
     count = art().prims.size();
-    const Ref<FileAccess> file = FileAccess::open(path, FileAccess::WRITE);
+    // Whole or not at all: a game that starts meanwhile must not read half of it.
+    const String half = path + String(".new");
+    const Ref<FileAccess> file = FileAccess::open(half, FileAccess::WRITE);
     if (file.is_null()) {
         return FileAccess::get_open_error();
     }
     file->store_buffer(UtilityFunctions::var_to_bytes(art().prims));
-    return file->get_error();
+    const Error written = file->get_error();
+    file->close();
+    return written != OK ? written : DirAccess::rename_absolute(half, path);
 }
 
 } // namespace tilm::prim_cache

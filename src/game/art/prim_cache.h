@@ -22,6 +22,9 @@ struct Caps {
     int capsule_radial = 0, capsule_rings = 0, torus_rings = 0, torus_segments = 0; // 0: left as it is
 };
 void cap_detail(const Ref<Mesh> &mesh, const Caps &caps);
+// Takes over the shapes that an earlier run left in `path`; their number. A file that is damaged gives one log line and
+// nothing else.
+int64_t load(const String &path);
 // Writes the cache to `path` for later runs; the count of shapes goes to `count`.
 Error save(const String &path, int64_t &count);
 

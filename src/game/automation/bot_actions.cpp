@@ -57,6 +57,10 @@ void BotActions::set_sky(Object *light, double hour, int season, double wet, dou
     FarmLight::apply(Object::cast_to<Node3D>(light), hour, season, static_cast<float>(wet), static_cast<float>(snow));
 }
 
+void BotActions::dump_prims() {
+    Models::dump_prims();
+}
+
 void BotActions::draw_face(Object *control, const String &avatar) {
     if (auto *on = Object::cast_to<Control>(control)) {
         AvatarModels::draw_face(on, AvatarModels::look_of(avatar));
@@ -71,6 +75,7 @@ void BotActions::_bind_methods() {
     ClassDB::bind_static_method("BotActions", D_METHOD("model", "key"), &BotActions::model);
     ClassDB::bind_static_method("BotActions", D_METHOD("set_sky", "light", "hour", "season", "wet", "snow"),
                                 &BotActions::set_sky);
+    ClassDB::bind_static_method("BotActions", D_METHOD("dump_prims"), &BotActions::dump_prims);
     ClassDB::bind_static_method("BotActions", D_METHOD("draw_face", "control", "avatar"), &BotActions::draw_face);
 }
 

@@ -36,6 +36,8 @@ public:
     static Node3D *model(const String &key);
     // The light of an hour, 0 up to 24, in season 0..3, on a farm's node "Light".
     static void set_sky(Object *light, double hour, int season, double wet, double snow);
+    // Keeps the shapes computed so far for later runs, as --dumpprims does.
+    static void dump_prims();
     // The face of a player's look, into a control that draws itself just now.
     static void draw_face(Object *control, const String &avatar);
 
