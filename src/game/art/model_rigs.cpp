@@ -66,11 +66,43 @@ void make_rig(Node3D *root, Node3D *body, const Array &limbs, const Node *tail, 
     PoseBatch::pose_add(root, body, limbs, multi);
 }
 
+void merge_parts(Node3D *part, const String &key) {
+    std::vector<MeshInstance3D *> own;
+    for (int32_t i = 0; i < part->get_child_count(); i++) {
+        Node *child = part->get_child(i);
+        if (auto *mesh = Object::cast_to<MeshInstance3D>(child)) {
+            const Ref<StandardMaterial3D> paint = mesh->get_material_override();
+            if (mesh->get_child_count() == 0 && paint.is_valid() && paint->get_albedo().a >= 1.0f) {
+                own.push_back(mesh);
+            }
+        } else if (auto *joint = Object::cast_to<Node3D>(child)) {
+            merge_parts(joint, key + String("/") + String(joint->get_name()));
+        }
+    }
+    if (own.size() < 2) {
+        return;
+    }
+    Ref<ArrayMesh> mesh = art().rigs.get(key, Variant());
+    if (mesh.is_null()) {
+        mesh = mesh_baker::merge(own, part, key, {});
+        art().rigs[key] = mesh;
+    }
+    for (MeshInstance3D *merged : own) {
+        part->remove_child(merged);
+        memdelete(merged);
+    }
+    MeshInstance3D *whole = memnew(MeshInstance3D);
+    whole->set_mesh(mesh);
+    whole->set_material_override(Models::vertex_material());
+    part->add_child(whole);
+}
+
 } // namespace model_rigs
 
 Node3D *Models::person(const Dictionary &look) {
     Node3D *root = model_rigs::person_tree(look);
     if (bool(look.get("hd", false))) {
+        model_rigs::merge_parts(root, String("hd_") + Variant(look).stringify());
         return root;
     }
     auto *body = Object::cast_to<Node3D>(root->get_node_or_null(NodePath("Body")));
