@@ -19,11 +19,12 @@ namespace tilm {
 namespace {
 
 constexpr int SIDES = 16;
-constexpr float DARK = 0.34f;        // opacity in the middle
+constexpr float DARK = 0.42f;        // opacity in the middle
 constexpr float CORE = 0.55f;        // part of the radius that is nearly as dark
 constexpr float LIFT = 0.03f;        // above the ground
 constexpr float BODY_SPREAD = 0.62f; // of a body's bounds, which its stretched limbs widen
 constexpr float WALL_SPREAD = 1.25f;
+constexpr float FARMER = 0.5f;
 constexpr int GROW_BY = 64;
 
 // A round spot of radius 1, dark in its middle, clear at the rim.
@@ -86,8 +87,11 @@ void BlobShadows::take(GeometryInstance3D *g, const AABB &bounds) {
         return;
     }
     const auto *single = Object::cast_to<MeshInstance3D>(g);
-    if (single != nullptr && single->get_mesh().is_valid() &&
-        mesh_baker::shade_height_of(single->get_mesh()->get_name()) > 0) {
+    const String name =
+        single != nullptr && single->get_mesh().is_valid() ? String(single->get_mesh()->get_name()) : "";
+    if (name.begins_with("hd_") && name.ends_with("/Body")) { // the farmer, who has no rig
+        spots.push_back({g->get_instance_id(), g, Vector2(FARMER, FARMER), Vector2(), true});
+    } else if (single != nullptr && single->get_mesh().is_valid() && mesh_baker::shade_height_of(name) > 0) {
         spots.push_back({g->get_instance_id(), g, half * WALL_SPREAD, Vector2(off.x, off.z), false});
     }
 }
