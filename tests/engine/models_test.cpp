@@ -477,7 +477,8 @@ TEST(Scenery, BuildsTheLandOnce) {
     EXPECT_NEAR(box.size.z, 37.2f, 0.6f);
     EXPECT_LT(box.size.x, 1.6f);
     memdelete(fence);
-    Node3D *cover = Scenery::cover("DAIRY FARM", -24);
+    Node3D *cover = Scenery::cover(-24);
+    Scenery::cover_words(cover, "DAIRY FARM", -24);
     EXPECT_EQ(cover->get_child_count(), 3);
     memdelete(cover);
 }

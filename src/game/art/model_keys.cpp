@@ -92,7 +92,7 @@ Node3D *ground_thing(Name n) {
            : n == String("price_pole") ? Scenery::price_pole()
            : n == String("cash_mat")   ? Scenery::cash_mat()
            : n == String("bench")      ? Scenery::bench()
-                                       : Scenery::region_sign("EGG FARM");
+                                       : Scenery::region_sign();
 }
 
 Node3D *crop(Name n) {

@@ -229,16 +229,19 @@ Node3D *Scenery::rail_fence(float length) {
                         }));
 }
 
-Node3D *Scenery::cover(const String &title, float x) {
+Node3D *Scenery::cover(float x) {
     Node3D *node = memnew(Node3D);
     Ref<BoxMesh> box;
     box.instantiate();
     box->set_size(Vector3(24, 0.05f, 40.2f));
     MeshInstance3D *dark = Models::mesh_instance(box, Color(1, 1, 1), Vector3(x, 0.07f, -13.9f), node, false);
     dark->set_material_override(Models::color_material(Color(0.08f, 0.16f, 0.06f, 0.45f), 0.85f, true));
-    land_text(title, 170, Color(1, 1, 1), Vector3(x, 0.15f, -7), node, 26);
-    land_text("LOCKED", 90, Color::html("ffd54f"), Vector3(x, 0.15f, -3.8f), node, 18);
     return node;
+}
+
+void Scenery::cover_words(Node3D *cover, const String &title, float x) {
+    land_text(title, 170, Color(1, 1, 1), Vector3(x, 0.15f, -7), cover, 26);
+    land_text("LOCKED", 90, Color::html("ffd54f"), Vector3(x, 0.15f, -3.8f), cover, 18);
 }
 
 Node3D *Scenery::farmhouse(int stage) {
@@ -290,17 +293,20 @@ Node3D *Scenery::bench() {
     return Models::bake("bench", Models::fn_node(&bench_tree));
 }
 
-Node3D *Scenery::region_sign(const String &title) {
+Node3D *Scenery::region_sign() {
     Node3D *node = memnew(Node3D);
     node->add_child(Models::bake("region_sign", Models::fn_node(&sign_tree)));
-    // Long names shrink to the board.
-    const int size = std::min(58, int(58.0f * 13.0f / float(std::max<int64_t>(title.length(), 13))));
-    Label3D *label = land_text(title, size, col(pal::CREAM), Vector3(0, 1.24f, 0.17f), node, 14);
-    label->set_rotation_degrees(Vector3(-32, 0, 0));
     Node3D *pool = glow_pool(2.4f);
     pool->set_position(Vector3(1.0f, 0.04f, 0.5f));
     node->add_child(pool);
     return node;
+}
+
+void Scenery::sign_words(Node3D *sign, const String &title) {
+    Label3D *label = land_text(title, 58, col(pal::CREAM), Vector3(0, 1.24f, 0.17f), sign, 14);
+    // Long names shrink to the board; by scale, for each font size draws its glyphs anew.
+    label->set_scale(Vector3(1, 1, 1) * (13.0f / float(std::max<int64_t>(title.length(), 13))));
+    label->set_rotation_degrees(Vector3(-32, 0, 0));
 }
 
 Node3D *Scenery::path_strip(const Vector2 &size) {

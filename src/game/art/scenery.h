@@ -41,7 +41,9 @@ struct Scenery {
     // Small pasture fence along x of `length`, centred.
     static Node3D *rail_fence(float length);
     // Dark cover over a closed land whose centre is x; the node itself stands at the origin.
-    static Node3D *cover(const String &title, float x);
+    static Node3D *cover(float x);
+    // Its words; big glyphs, laid out at the end of the frame: not for many covers at once.
+    static void cover_words(Node3D *cover, const String &title, float x);
     static Node3D *farmhouse(int stage = 1);
     // Another stage, 0..3, of the house that farmhouse() returned.
     static void set_farmhouse_stage(Node3D *house, int stage);
@@ -51,7 +53,8 @@ struct Scenery {
     static Node3D *glow_pool(float radius);
     static Node3D *bench();
     // Hanging name board of a region on two posts, front to +z.
-    static Node3D *region_sign(const String &title);
+    static Node3D *region_sign();
+    static void sign_words(Node3D *sign, const String &title);
     // Worn strip on the ground, flat at y 0.022, size x by z.
     static Node3D *path_strip(const Vector2 &size);
     // Plate under a zone with a text on its front edge (baked under zone_plate_<size>).

@@ -14,6 +14,7 @@ namespace tilm {
 namespace {
 
 constexpr float HALF_REGION = 12.0f;
+constexpr int WORDS_A_FRAME = 3; // lands; big glyphs are slow to lay out
 constexpr float WALK_BACK = -31.0f;
 constexpr float WALK_DEPTH = 36.2f;
 constexpr float EDGE = 0.6f;
@@ -35,14 +36,32 @@ void Land::build(Node3D *in_world) {
     for (int i = 0; i < rows.size(); i++) {
         Dictionary row = rows[i];
         String id = row["id"];
+        Node3D *sign = Scenery::region_sign();
+        sign->set_position(Vector3(static_cast<double>(row["x"]) + 9.2, 0, 6.6));
+        world->add_child(sign);
+        signs.push_back(sign->get_instance_id());
         if (id == "eggs") {
             continue;
         }
-        Node3D *cover = Scenery::cover(row["title"], row["x"]);
+        Node3D *cover = Scenery::cover(row["x"]);
         world->add_child(cover);
         covers[id] = cover;
     }
     refresh_fences(true, false);
+}
+
+bool Land::write_words() {
+    Array rows = FarmData::regions();
+    for (int i = 0; i < WORDS_A_FRAME && next_words < rows.size(); i++, next_words++) {
+        Dictionary row = rows[next_words];
+        if (Node3D *sign = Object::cast_to<Node3D>(ObjectDB::get_instance(signs[static_cast<size_t>(next_words)]))) {
+            Scenery::sign_words(sign, row["title"]);
+        }
+        if (covers.has(row["id"])) {
+            Scenery::cover_words(Object::cast_to<Node3D>(covers[row["id"]]), row["title"], row["x"]);
+        }
+    }
+    return next_words >= rows.size();
 }
 
 void Land::open(const String &region, bool quiet, bool shown) {

@@ -2,6 +2,9 @@
 // The bought land of a farm: which regions are open, the covers over the others, the fences between, where one may
 // walk.
 
+#include <cstdint>
+#include <vector>
+
 #include <godot_cpp/classes/node3d.hpp>
 #include <godot_cpp/variant/dictionary.hpp>
 #include <godot_cpp/variant/rect2.hpp>
@@ -14,6 +17,8 @@ class Land {
 public:
     // Covers over every closed region and the first fences, under `world`.
     void build(Node3D *world);
+    // The next few words on covers and signs; true when all are written.
+    bool write_words();
     // Opens a region; not quietly, its cover and the fences sink away, in a scene (`shown`) a moment later.
     void open(const String &region, bool quiet, bool shown = false);
     bool is_open(const String &region) const { return regions.has(region); }
@@ -31,6 +36,8 @@ private:
     Dictionary regions; // id -> true
     Dictionary covers;  // id -> node
     Dictionary fences;  // x -> node
+    int next_words = 0;
+    std::vector<uint64_t> signs; // instance ids, by region row
     Rect2 first;
     Rect2 second;
 

@@ -114,6 +114,25 @@ void Purchases::auto_free() {
     }
 }
 
+bool Purchases::lay_ahead(int most) {
+    if (host.farm().is_visiting()) {
+        return true;
+    }
+    const Array plan = host.plan();
+    for (int i = 0; i < plan.size(); ++i) {
+        const Dictionary entry = plan[i];
+        const String id = text_of(entry, TM_NAME("id"));
+        if (price(entry) <= 0 || !unlocked(entry) || !may_show(text_of(entry, TM_NAME("kind"))) || tile_of(id)) {
+            continue;
+        }
+        if (most-- <= 0) {
+            return false;
+        }
+        place(entry, id);
+    }
+    return true;
+}
+
 void Purchases::refresh_tiles() {
     if (host.farm().is_visiting()) {
         return;

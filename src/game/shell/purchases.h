@@ -71,6 +71,9 @@ public:
     void auto_free();
     // Brings tiles and locked signs into line with the state.
     void refresh_tiles();
+    // Lays at most so many of the missing tiles, so that a farm that is being built spreads them over frames; true when
+    // none is missing.
+    bool lay_ahead(int most);
     // One frame of the player at `player_pos`: drains the tile under him.
     void stand_step(const Vector3 &player_pos, double dt);
     // Nothing is paid until the player is more than 1.6 from `at`.

@@ -33,8 +33,14 @@ void drop(Node *node) {
 // Sizes of signs in the world. Their glyphs are drawn when a sign is first laid out, dozens of signs in one frame.
 constexpr int sign_sizes[] = {34, 38, 40, 44, 46, 48, 52, 56, 60, 64};
 constexpr int sign_outline = 16;
+// Words that lie on closed land: their own sizes, with outlines of their own.
+struct LandText {
+    int size;
+    int outline;
+};
+constexpr LandText land_texts[] = {{170, 26}, {170, 0}, {90, 18}, {90, 0}, {58, 14}, {58, 0}, {46, 14}};
 // Sizes of the interface's own texts over a farm.
-constexpr int text_sizes[] = {26, 28, 36, 40, 44};
+constexpr int text_sizes[] = {22, 24, 26, 28, 30, 34, 36, 40, 44};
 constexpr const char *hud_icons[] = {"money", "golden_egg", "smile", "pause", "zoom",  "flag",
                                      "menu",  "friends",    "boost", "style", "decor", "goals"};
 constexpr const char *staff_roles[] = {"farmer", "worker", "feed", "loader", "seller", "machine"};
@@ -55,10 +61,18 @@ void texts(const Add &add) {
             add(name + "_capitals", [=] { glyphs(Models::font(), size, outline, 'A', 'Z'); });
         }
     }
+    for (const LandText &text : land_texts) {
+        for (char from = 'A'; from <= 'Z'; from += 5) { // big glyphs: a few at a time
+            const char to = from + 4 < 'Z' ? static_cast<char>(from + 4) : 'Z';
+            add(vformat("land_%d_%d_%d", text.size, text.outline, from),
+                [=] { glyphs(Models::font(), text.size, text.outline, from, to); });
+        }
+    }
+    add("text_theme", [] { Models::font()->get_string_size("$0", HORIZONTAL_ALIGNMENT_LEFT, -1, 34); });
     for (const int size : text_sizes) {
         add(vformat("text_%d", size), [size] {
             if (const Ref<Font> font = UI::font_at(size); font.is_valid()) {
-                font->get_string_size("$0", HORIZONTAL_ALIGNMENT_LEFT, -1, size);
+                font->get_string_size("$0 ABCDEFGHIJKLMNOPQRSTUVWXYZ", HORIZONTAL_ALIGNMENT_LEFT, -1, size);
             }
         });
     }
@@ -182,7 +196,7 @@ void common(const Add &add) {
     add("farmhouse", [] { drop(Scenery::farmhouse(0)); });
     add("bench", [] { drop(Scenery::bench()); });
     add("homestead", [] { drop(Scenery::homestead()); });
-    add("region_sign", [] { drop(Scenery::region_sign(String())); });
+    add("region_sign", [] { drop(Scenery::region_sign()); });
     add("cash_mat", [] { drop(Scenery::cash_mat()); });
     add("path", [] { drop(Scenery::path_strip(Vector2(2.0f, 15.5f))); });
     add("arrow", [] { drop(IconModels::ground_arrow(Color::html("ffb300"))); });

@@ -249,6 +249,7 @@ private:
     bool first_run = false;
     int stage = 0;
     int entry_index = 0;
+    bool state_laid = false;
 
     Dictionary levels_by_id; // entry id -> level
     Dictionary saved_levels; // as read, for the staged build

@@ -33,6 +33,7 @@ namespace tilm {
 namespace {
 
 constexpr uint64_t STEP_BUDGET_USEC = 12000;
+constexpr int TILES_A_FRAME = 12; // their texts are laid out at the end of the frame
 
 } // namespace
 
@@ -79,16 +80,10 @@ void World::build_scene() {
     Node3D *bench = Scenery::bench();
     bench->set_position(Vector3(6.9, 0, -12.6));
     add_child(bench);
-    Array rows = FarmData::regions();
-    for (int i = 0; i < rows.size(); i++) {
-        Dictionary row = rows[i];
-        Node3D *sign = Scenery::region_sign(row["title"]);
-        sign->set_position(Vector3(static_cast<double>(row["x"]) + 9.2, 0, 6.6));
-        add_child(sign);
-    }
     camera.build(this);
     hud_node = memnew(Hud);
     hud_node->set_process_mode(PROCESS_MODE_DISABLED);
+    hud_node->set_visible(false); // it lays itself out in the next frame: this one has enough to do
     add_child(hud_node);
     hud_node->connect("home_pressed", callable_mp(this, &World::go_to_menu));
     hud_node->connect("save_pressed", callable_mp(this, &World::save_on_request));
@@ -120,6 +115,7 @@ bool World::build_step() {
         Dictionary doc = Save::get() ? Save::get()->get_data() : Dictionary();
         earn_rate = read_real(doc, "earn_rate");
         earn_slow = read_real(doc, "earn_slow", earn_rate);
+        hud_node->set_visible(true);
         open_region("eggs", true);
         open_region("service", true);
         staff = read_table(doc, "staff").duplicate();
@@ -128,7 +124,7 @@ bool World::build_step() {
         return false;
     }
     case 1:
-        if (raise_levels()) {
+        if (raise_levels() && land.write_words()) {
             stage = 2;
         }
         return false;
@@ -145,7 +141,9 @@ bool World::build_step() {
         stage = 4;
         return false;
     case 4:
-        if (document->load_state(Time::get_singleton()->get_ticks_usec() + STEP_BUDGET_USEC)) {
+        if (!state_laid) {
+            state_laid = document->load_state(Time::get_singleton()->get_ticks_usec() + STEP_BUDGET_USEC);
+        } else if (purchases.lay_ahead(TILES_A_FRAME)) {
             stage = 5;
         }
         return false;
