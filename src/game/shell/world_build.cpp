@@ -83,7 +83,7 @@ void World::build_scene() {
     camera.build(this);
     hud_node = memnew(Hud);
     hud_node->set_process_mode(PROCESS_MODE_DISABLED);
-    hud_node->set_visible(false); // it lays itself out in the next frame: this one has enough to do
+    hud_node->set_visible(false); // until the first step of the build: this frame has enough to do
     add_child(hud_node);
     hud_node->connect("home_pressed", callable_mp(this, &World::go_to_menu));
     hud_node->connect("save_pressed", callable_mp(this, &World::save_on_request));
@@ -112,10 +112,13 @@ void World::build_scene() {
 bool World::build_step() {
     switch (stage) {
     case 0: {
+        if (!hud_node->is_visible()) {
+            hud_node->set_visible(true);
+            return false; // its layout has this frame for itself
+        }
         Dictionary doc = Save::get() ? Save::get()->get_data() : Dictionary();
         earn_rate = read_real(doc, "earn_rate");
         earn_slow = read_real(doc, "earn_slow", earn_rate);
-        hud_node->set_visible(true);
         open_region("eggs", true);
         open_region("service", true);
         staff = read_table(doc, "staff").duplicate();
