@@ -63,6 +63,8 @@ Ref<FontFile> load_font(const String &path) {
         return Ref<FontFile>();
     }
     file->set_generate_mipmaps(true);
+    // Each size would analyse the whole face for hints: milliseconds that letters of this weight do not show.
+    file->set_hinting(TextServer::HINTING_NONE);
     return file;
 }
 
