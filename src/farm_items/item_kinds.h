@@ -1,5 +1,6 @@
 #pragma once
-// Small numbers for the names of goods, so that lists of goods are searched without comparing texts.
+// Small numbers for the names of goods and of zones' groups, so that lists of them are searched without comparing
+// texts.
 
 #include <cstdint>
 

@@ -46,6 +46,17 @@ void ZoneCore::set_makes(const String &k) {
     makes_kind = item_kinds::intern(k);
 }
 
+void ZoneCore::set_group(const String &g) {
+    group = g;
+    group_id = item_kinds::intern(g);
+    feed = g.ends_with("_feed");
+}
+
+void ZoneCore::set_owner_group(const String &g) {
+    owner_group = g;
+    owner_id = item_kinds::intern(g);
+}
+
 namespace {
 
 // A level that is no number counts as 0.

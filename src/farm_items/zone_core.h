@@ -27,11 +27,18 @@ public:
     TM_FIELD(Vector3, pos, Vector3())
     TM_FIELD(Vector2, size, Vector2(2.4, 1.8))  // full width in x and z
     TM_FIELD(Dictionary, accepts, Dictionary()) // kind -> level of the pile to fill up to
-    TM_FIELD(String, group, String())
-    TM_FIELD(String, owner_group, String())
     TM_FIELD(bool, active, true)
 
     ZoneCore();
+
+    // What haulers know the zone by: its own group ("..._feed" for troughs) and its building's.
+    void set_group(const String &g);
+    String get_group() const { return group; }
+    void set_owner_group(const String &g);
+    String get_owner_group() const { return owner_group; }
+    // Whether one of the two has this number, given by item_kinds::intern.
+    bool in_group(KindId id) const { return group_id == id || owner_id == id; }
+    bool is_feed() const { return feed; }
 
     void set_makes(const String &k);
     String get_makes() const { return makes; }
@@ -88,6 +95,11 @@ private:
     bool takes = true;
     String makes;
     KindId makes_kind = item_kinds::none;
+    String group;
+    String owner_group;
+    KindId group_id = item_kinds::none;
+    KindId owner_id = item_kinds::none;
+    bool feed = false;
     LiveRef<PileCore> pile;
     std::vector<Claim> claims;
 };

@@ -54,12 +54,13 @@ Array HaulerBrain::get_kinds() const {
 
 void HaulerBrain::set_dst_group(const String &g) {
     dst_group = g;
+    dst_group_id = item_kinds::intern(g);
     to_feed = g == "@feed";
-    dst_names.clear();
+    dst_groups.clear();
     const PackedStringArray names = g.split("|");
     for (int64_t i = 0; i < names.size(); ++i) {
         if (!names[i].is_empty()) {
-            dst_names.push_back(names[i]);
+            dst_groups.push_back(item_kinds::intern(names[i]));
         }
     }
     seen_zones = -1;

@@ -107,7 +107,8 @@ private:
     std::vector<Cargo> kinds;
     mutable std::vector<Cargo> accepted; // stands in for empty `kinds`, read anew for each zone
     String dst_group;
-    std::vector<String> dst_names;
+    KindId dst_group_id = item_kinds::none; // of the whole text
+    std::vector<KindId> dst_groups;         // of its parts
     bool to_feed = false;
     int64_t seen_zones = -1;
     std::vector<Ref<ZoneCore>> destinations;

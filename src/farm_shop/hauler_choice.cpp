@@ -3,6 +3,7 @@
 #include "farm_shop/hauler_brain.h"
 
 #include <algorithm>
+#include <array>
 
 #include <godot_cpp/classes/time.hpp>
 
@@ -22,16 +23,31 @@ constexpr int64_t hen_msec = 90000;
 
 // What each processing machine has the first claim to.
 struct MachineNeed {
-    const char *machine;
-    const char *kind;
-};
-constexpr MachineNeed machine_needs[] = {
-    {"coffee_grinder", "bean"}, {"ahwa", "coffee"},  {"flour_mill", "wheat"},
-    {"oil_press", "sunflower"}, {"butcher", "calf"}, {"poultry_plant", "hen"},
+    KindId machine;
+    KindId kind;
 };
 
-bool is_group(const ZoneCore *zone, const char *name) {
-    return zone->get_group() == name || zone->get_owner_group() == name;
+const std::array<MachineNeed, 6> &machine_needs() {
+    using item_kinds::intern;
+    static const std::array<MachineNeed, 6> needs = {{
+        {intern("coffee_grinder"), intern("bean")},
+        {intern("ahwa"), intern("coffee")},
+        {intern("flour_mill"), intern("wheat")},
+        {intern("oil_press"), intern("sunflower")},
+        {intern("butcher"), intern("calf")},
+        {intern("poultry_plant"), intern("hen")},
+    }};
+    return needs;
+}
+
+KindId stall_hen() {
+    static const KindId id = item_kinds::intern("stall_hen");
+    return id;
+}
+
+KindId poultry_plant() {
+    static const KindId id = item_kinds::intern("poultry_plant");
+    return id;
 }
 
 } // namespace
@@ -60,21 +76,18 @@ void HaulerBrain::refresh_lists() {
         if (zone.is_null()) {
             continue;
         }
-        const String group = zone->get_group();
-        const String owner = zone->get_owner_group();
-        const bool feed = group.ends_with("_feed");
-        auto named = [&](const String &name) { return name == group || (!owner.is_empty() && name == owner); };
-        if (to_feed ? feed : std::any_of(dst_names.begin(), dst_names.end(), named)) {
+        auto named = [&](KindId id) { return zone->in_group(id); };
+        if (to_feed ? zone->is_feed() : std::any_of(dst_groups.begin(), dst_groups.end(), named)) {
             destinations.push_back(zone);
         }
         if (zone->is_take()) {
             takes.push_back(zone);
         }
-        if (feed) {
+        if (zone->is_feed()) {
             feeds.push_back(zone);
         }
-        for (const MachineNeed &need : machine_needs) {
-            if (is_group(zone.ptr(), need.machine)) {
+        for (const MachineNeed &need : machine_needs()) {
+            if (zone->in_group(need.machine)) {
                 machines.push_back(zone);
                 break;
             }
@@ -133,7 +146,7 @@ bool HaulerBrain::try_candidate(const Candidate &c) {
         return false;
     }
     if (!much) {
-        const bool stalls_turn = hen && is_group(c.zone, "stall_hen") && hen_stall <= hen_plant;
+        const bool stalls_turn = hen && c.zone->in_group(stall_hen()) && hen_stall <= hen_plant;
         if (from == nullptr || (!stalls_turn && machine_wants(c.cargo))) {
             return false;
         }
@@ -191,12 +204,12 @@ bool HaulerBrain::feed_first(const Cargo &c) const {
 }
 
 bool HaulerBrain::machine_wants(const Cargo &c) const {
-    for (const MachineNeed &need : machine_needs) {
-        if (c.name != need.kind || dst_group == need.machine) {
+    for (const MachineNeed &need : machine_needs()) {
+        if (c.id != need.kind || dst_group_id == need.machine) {
             continue;
         }
         for (const Ref<ZoneCore> &zone : machines) {
-            if (zone->get_active() && is_group(zone.ptr(), need.machine) && zone->room_of(c.key, c.id) > 0) {
+            if (zone->get_active() && zone->in_group(need.machine) && zone->room_of(c.key, c.id) > 0) {
                 return true;
             }
         }
@@ -207,19 +220,19 @@ bool HaulerBrain::machine_wants(const Cargo &c) const {
 // Keeps hens flowing to both the stall and the plant: what the stall asks for holds the plant's trips back a while.
 bool HaulerBrain::hens_forbid(const ZoneCore *to, int64_t available) {
     const int64_t now = static_cast<int64_t>(Time::get_singleton()->get_ticks_msec());
-    if (is_group(to, "stall_hen")) {
+    if (to->in_group(stall_hen())) {
         last_stall_trip = now;
         hen_plant = std::min(hen_plant, hen_stall + hen_lead);
         return false;
     }
-    return is_group(to, "poultry_plant") && last_stall_trip >= 0 && now - last_stall_trip < hen_msec &&
+    return to->in_group(poultry_plant()) && last_stall_trip >= 0 && now - last_stall_trip < hen_msec &&
            hen_plant > hen_stall && available < plenty;
 }
 
 void HaulerBrain::count_hen(const ZoneCore *to) {
-    if (is_group(to, "stall_hen")) {
+    if (to->in_group(stall_hen())) {
         ++hen_stall;
-    } else if (is_group(to, "poultry_plant")) {
+    } else if (to->in_group(poultry_plant())) {
         ++hen_plant;
     }
 }

@@ -67,7 +67,7 @@ void Pickup::give_one(ZoneCore &zone, PileCore &pile, StackCore &stack) {
         }
         pile.add(stack.take(kind), give_seconds);
         Sfx::sound(TM_NAME("item_drop"));
-        if (zone.group.begins_with("stall_")) {
+        if (zone.get_group().begins_with("stall_")) {
             if (Farm *farm = Farm::current()) {
                 farm->tutorial_event("give");
             }

@@ -140,7 +140,7 @@ ZoneCore *Logistics::zone_of(const String &group, bool give) const {
     const Array zones = world.zone_list();
     for (int64_t i = 0; i < zones.size(); i++) {
         ZoneCore *zone = Object::cast_to<ZoneCore>(zones[i]);
-        if (zone != nullptr && zone->is_give() == give && zone->group == group) {
+        if (zone != nullptr && zone->is_give() == give && zone->get_group() == group) {
             return zone;
         }
     }

@@ -30,6 +30,7 @@ class Assembly;
 class BotActions;
 class CashTile;
 class Cinematic;
+class ShadowCull;
 class CropField;
 class FarmDocument;
 class Hud;
@@ -267,6 +268,7 @@ private:
     Node3D *items = nullptr;
     ItemBatch *batch = nullptr;
     Cinematic *cinema = nullptr;
+    ShadowCull *shadow_cull = nullptr;
     BotActions *bot = nullptr;
 
     Land land;

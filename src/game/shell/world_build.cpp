@@ -103,7 +103,9 @@ void World::build_scene() {
     }
     arrow.build(this);
     offers = std::make_unique<OfferDesk>(*this);
-    add_child(memnew(ShadowCull));
+    shadow_cull = memnew(ShadowCull);
+    shadow_cull->set_process_mode(PROCESS_MODE_ALWAYS); // looks at what stands while the rest is being built
+    add_child(shadow_cull);
     get_viewport()->connect("size_changed", callable_mp(this, &World::_fit_cam));
     camera.set_distance(static_cast<float>(WorldOptions::get().zoom));
     camera.place(player->get_position());
@@ -151,8 +153,12 @@ bool World::build_step() {
         }
         return false;
     case 5:
-        finish_ready();
+        document->load_feed(); // with a frame to itself: each trough's goods are laid out
         stage = 6;
+        return false;
+    case 6:
+        finish_ready();
+        stage = 7;
         return true;
     default:
         return true;
@@ -218,7 +224,6 @@ double World::build_progress() const {
 
 void World::finish_ready() {
     const WorldOptions &options = WorldOptions::get();
-    document->load_feed();
     building_now = false;
     just_built = true;
     if (options.max_farm) {
@@ -254,6 +259,7 @@ void World::finish_ready() {
         _offline_check(Save::get() ? Save::get()->get_data() : Dictionary());
     }
     set_under_construction(nullptr);
+    shadow_cull->set_process_mode(PROCESS_MODE_INHERIT);
     hud_node->set_process_mode(PROCESS_MODE_ALWAYS);
     set_process_mode(PROCESS_MODE_INHERIT);
     emit_signal(TM_NAME("built"));
