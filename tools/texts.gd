@@ -31,7 +31,7 @@ func _initialize() -> void:
         texts[text.strip_edges()] = true
         # A piece that code joins to others is known with something before, after or around it.
         var known := false
-        for form in ["%s", "%s 7", "%s7", "7 %s", "EGGS %s", "EGGS%s", "%s EGGS", "%sEGGS", "EGGS %s 7", "%s7%%", "%s 7%%", "LV 7%s7%%", "EGGS%s7"]:
+        for form in ["%s", "%s 7", "%s7", "7 %s", "EGGS %s", "EGGS%s", "%s EGGS", "%sEGGS", "EGGS %s 7", "%s7%%", "%s 7%%", "LV 7%s7%%", "EGGS%s7", "BAKERY %s"]:
             var asked: String = form.replace("%s", text.strip_edges() if form != "%s" else text).replace("%%", "%")
             var got: String = TranslationServer.translate(asked)
             known = known or (got != asked and not got.contains(text.strip_edges()))
