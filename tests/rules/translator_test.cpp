@@ -200,12 +200,14 @@ TEST(LangTables, EveryRowHolds) {
 // before it into its hole.
 TEST(LangTables, EveryNameReadsInEverySentence) {
     std::set<std::string> names;
+    std::set<std::string> lands;
     std::vector<std::string> faults;
     for (const PlanEntry &entry : build_plan(faults)) {
         names.insert(entry.title);
     }
     for (const Region &region : regions()) {
         names.emplace(region.title);
+        lands.emplace(region.title);
     }
     for (const Good &good : goods()) {
         names.emplace(good.title);
@@ -260,6 +262,9 @@ TEST(LangTables, EveryNameReadsInEverySentence) {
                                     "@ REACHED LV7"}) {
         for (const std::string &name : names) {
             std::string text = shape;
+            if (lands.count(name) > 0 && shape.ends_with("BUILT!")) {
+                continue; // lands open, they are not built
+            }
             for (size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at + name.size())) {
                 text.replace(at, 1, name);
             }
