@@ -19,8 +19,9 @@ std::string_view json_refusal(std::string_view text, const JsonLimits &limits = 
 // The text with each malformed UTF-8 byte replaced by '?'; good text comes back as it is.
 std::string repaired_utf8(std::string_view text);
 
-// Whether the text is one JSON object within the limits, read through to its end by the grammar. What it accepts every
-// parser accepts; it refuses escapes of UTF-16 halves, which we never write.
+// Whether the text is one JSON object within the limits, read through to its end by the grammar. What it accepts the
+// engine's parser accepts; it refuses escapes of UTF-16 halves, which we never write, and lets control characters and
+// malformed bytes within strings pass, as the engine does.
 bool is_json_object(std::string_view text, const JsonLimits &limits = {});
 
 // How many bytes at the start are well-formed UTF-8; the whole size for good text.

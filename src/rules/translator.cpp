@@ -202,6 +202,9 @@ bool compile_row(std::string_view english, std::string_view translation, Sentenc
     if (row.words.empty()) {
         return fail("no hole in the English");
     }
+    if (english.size() == (row.words[0] ? 2U : 3U) && row.words.size() == 1) {
+        return fail("nothing but a hole in the English"); // would be asked for itself without end
+    }
     row.format = translation;
     std::vector<bool> used(row.words.size());
     for (size_t open = translation.find('{'); open != std::string_view::npos; open = translation.find('{', open + 1)) {

@@ -123,11 +123,11 @@ TEST(Translator, BadRowsAreSkippedAndNamed) {
     std::vector<std::string> problems;
     t.load("EGGS\tبيض\nNO TAB HERE\nEGGS\tبيض تاني\nA\tB\tC\n\tEMPTY\nEMPTY\t\nMILK\tلبن",
            "GO TO {}\tروح\nWITH {#}\tمع {1}\nBROKEN {\tمكسور {0}\nNO HOLE\tمن غير\nFINE {}\tتمام {0}\nBAD {}\tوحش {0} "
-           "{x}\n",
+           "{x}\n{}\tده {0}\n",
            "", problems);
     EXPECT_EQ(t.exact_count(), 2u);
     EXPECT_EQ(t.sentence_count(), 1u);
-    EXPECT_EQ(problems.size(), 10u);
+    EXPECT_EQ(problems.size(), 11u);
     EXPECT_EQ(t.message("EGGS"), "بيض") << "the first of two rows stays";
     EXPECT_EQ(t.message("MILK"), "لبن") << "a last line without an end counts";
     EXPECT_EQ(t.message("FINE EGGS"), "تمام بيض");
