@@ -9,6 +9,7 @@
 #include "game/art/coffee_models.h"
 #include "game/art/decor.h"
 #include "game/art/farmhouse_model.h"
+#include "game/art/gear_models.h"
 #include "game/art/grill_food.h"
 #include "game/art/home_models.h"
 #include "game/art/icon_models.h"
@@ -180,7 +181,8 @@ constexpr ModelFamily FAMILIES[] = {
     {"qahwagi_tray_", "0 1", ModelClass::prop, "the coffee house", [](Name n) { return CoffeeModels::tray(int(n.to_int())); }},
     {"home_sleeper", "", ModelClass::prop, "worker homes", [](Name) { return HomeModels::sleeper(); }},
     {"van_", "plumber appliance", ModelClass::prop, "trades at the homes", [](Name n) { return HomeModels::van(n); }},
-    {"gear_", "shoe_L shoe_R bag paw", ModelClass::prop, "boosts that are worn", nullptr},
+    {"gear_", "shoe_L shoe_R bag paw", ModelClass::prop, "boosts that are worn",
+     [](Name n) { return gear_models::build(n); }},
     {"cart_body_", "1 2 3", ModelClass::prop, "the horse's cart", [](Name n) { return cart_part(n, "Bed"); }},
     {"cart_wheel_", "1 2 3", ModelClass::prop, "the horse's cart", [](Name n) { return cart_part(n, "WheelL"); }},
     {"truck_", "gold e5484d", ModelClass::prop, "loading bays",
@@ -249,7 +251,7 @@ const ModelLimits &limits_of(ModelClass group) {
 Node3D *Models::model(const String &key) {
     for (const ModelKey &row : model_keys()) {
         if (row.key == key) {
-            return row.family->make != nullptr ? row.family->make(row.name) : nullptr;
+            return row.family->make(row.name);
         }
     }
     WARN_PRINT("TILMARCH no model of the key " + key.left(60));

@@ -1,6 +1,6 @@
 #pragma once
 // The one list of every model key: what class it is of, what it is used for, and which builder serves it. Models::model
-// looks a key up here. A key without a builder is work to come; the list of those only shrinks.
+// looks a key up here.
 
 #include <span>
 #include <string_view>
@@ -20,7 +20,7 @@ struct ModelFamily {
     std::string_view names;
     ModelClass group;
     std::string_view used;           // where it is met
-    Node3D *(*make)(const String &); // gets what follows the prefix; null: to come
+    Node3D *(*make)(const String &); // gets what follows the prefix
 };
 
 struct ModelKey {
