@@ -93,6 +93,8 @@ func pictures_of_farm(look: String) -> void:
     await shoot("how_to_" + look)
     hud._show_build()
     await shoot("build_" + look)
+    hud._show_decor()
+    await shoot("decor_" + look)
     hud.show_offline(20000, 45210)
     await shoot("offline_" + look)
     hud.show_victory(88, 1234567)

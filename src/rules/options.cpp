@@ -142,7 +142,7 @@ const Row kRows[] = {
     {"--weather", Value::Needed, State::Idle, [](Options &o, std::string_view v) { o.weather = v; }},
     {"--away", Value::Needed, State::Live, [](Options &o, std::string_view v) { take(o, v, 0, kSeconds, o.away); }},
     {"--tut", Value::None, State::Idle, [](Options &o, std::string_view) { o.tutorial = true; }},
-    {"--panel", Value::Needed, State::Idle, [](Options &o, std::string_view v) { o.panel = v; }},
+    {"--panel", Value::Needed, State::Live, [](Options &o, std::string_view v) { o.panel = upper(v); }},
     {"--perktest", Value::None, State::Idle, [](Options &o, std::string_view) { o.perk_test = true; }},
     {"--market", Value::None, State::Idle, [](Options &o, std::string_view) { o.market = true; }},
     {"--mtest", Value::None, State::Idle, [](Options &o, std::string_view) { o.market_run = true; }},

@@ -22,6 +22,7 @@
 #include "game/kit/focus_ring.h"
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
+#include "game/ports/garden_shop.h"
 #include "game/ports/offers.h"
 #include "save_kit.h"
 
@@ -127,6 +128,22 @@ public:
     String refusal;
 };
 
+class FakeGarden : public GardenShop {
+public:
+    FakeGarden() { GardenShop::set_current(this); }
+    ~FakeGarden() override { GardenShop::set_current(nullptr); }
+    std::vector<DecorOffer> list() const override { return rows; }
+    int charm() const override { return sum; }
+    String buy(const String &type) override {
+        bought = type;
+        return refusal;
+    }
+    std::vector<DecorOffer> rows;
+    int sum = 12;
+    String bought;
+    String refusal;
+};
+
 struct Form {
     const char *name;
     Vector2i screen;
@@ -175,6 +192,9 @@ protected:
             {"coop_b", "COOP", "producer", "egg", "EGG FARM", 90, 12, true},
             {"homes", "ANOTHER WORKERS' HOME", "homes", "", "CATTLE RANCH", 1250000, 140, false},
             {"mill", "BIGGER INPUT LV4\nHELPER IS THE LIMIT", "machine", "flour", "FOOD FACTORY", 8400, 3, false}};
+        garden.rows = {{"flowers", "FLOWER BED", 1, 400, 0, true},
+                       {"statue", "GOLDEN HEN STATUE", 6, 139698390, 10, false},
+                       {"friends", "FRIENDSHIP STATUE", 8, 0, 1, false}};
     }
     void TearDown() override {
         tree()->set_pause(false);
@@ -189,6 +209,7 @@ protected:
 
     FakeStore store;
     FakeOffers offers;
+    FakeGarden garden;
 };
 
 TEST_F(PanelsTest, NothingIsCutOrCovered) {
@@ -200,6 +221,7 @@ TEST_F(PanelsTest, NothingIsCutOrCovered) {
             {"pause", [&] { hud->_show_pause(); }},
             {"how to", [&] { hud->_show_how_to(); }},
             {"build", [&] { hud->_show_build(); }},
+            {"decor", [&] { hud->_show_decor(); }},
             {"offline", [&] { hud->show_offline(30000, 123456789); }},
             {"victory", [&] { hud->show_victory(132, 2147483647); }},
             {"tabs",
@@ -354,6 +376,41 @@ TEST_F(PanelsTest, BuildListBuysAndShows) {
     offers.rows.clear();
     hud->_show_build();
     EXPECT_NE(label_of(hud, "NOTHING IS FOR SALE RIGHT NOW."), nullptr);
+}
+
+TEST_F(PanelsTest, DecorPanelTellsCharmAndSells) {
+    SubViewport *screen = screen_of(Vector2i(720, 1560));
+    Hud *hud = hud_in(screen);
+    garden.sum = 12;
+    hud->offer_panel("DECOR", Callable(hud, "_show_decor"));
+    ASSERT_TRUE(hud->open_offered("DECOR"));
+    step(2);
+    EXPECT_NE(label_of(hud, "CHARM 12/50:  +12% CUSTOMER PATIENCE,  +4% PRICES"), nullptr);
+    EXPECT_NE(label_of(hud, "BUILT ON THE CUSTOMERS' LAWN NEAR YOU"), nullptr);
+    EXPECT_NE(label_of(hud, "YOU BUILT 10"), nullptr);
+    EXPECT_EQ(label_of(hud, "YOU BUILT 0"), nullptr);
+    ASSERT_TRUE(press(hud, "$400"));
+    EXPECT_EQ(garden.bought, String("flowers"));
+    garden.refusal = "YOU HAVE IT ALREADY";
+    ASSERT_TRUE(press(hud, "FREE"));
+    step();
+    EXPECT_EQ(garden.bought, String("friends"));
+    EXPECT_NE(label_of(hud, "YOU HAVE IT ALREADY"), nullptr);
+    garden.rows[0] = {"flowers", "FLOWER BED", 1, 500, 1, false};
+    garden.sum = 50;
+    step_seconds(0.6);
+    EXPECT_NE(button_of(hud, "$500"), nullptr) << "what has changed shows by itself";
+    EXPECT_NE(label_of(hud, "CHARM 50/50:  +50% CUSTOMER PATIENCE,  +20% PRICES"), nullptr);
+    // Keys reach every price.
+    std::set<Control *> seen;
+    for (int i = 0; i < 12; ++i) {
+        press_key(hud, KEY_DOWN);
+        step();
+        seen.insert(screen->gui_get_focus_owner());
+    }
+    for (Button *b : all_of<Button>(hud->get_overlay())) {
+        EXPECT_TRUE(seen.count(b)) << b->get_text();
+    }
 }
 
 TEST_F(PanelsTest, SafeMargins) {

@@ -12,6 +12,7 @@
 #include <godot_cpp/core/class_db.hpp>
 
 #include "game/interface/build_panel.h"
+#include "game/interface/decor_panel.h"
 #include "game/interface/hud_frame.h"
 #include "game/interface/joystick.h"
 #include "game/interface/milestone_panels.h"
@@ -97,6 +98,9 @@ void Hud::_bind_methods() {
     ClassDB::bind_method(D_METHOD("_show_how_to"), &Hud::_show_how_to);
     ClassDB::bind_method(D_METHOD("_show_build"), &Hud::_show_build);
     ClassDB::bind_method(D_METHOD("_fill_build"), &Hud::_fill_build);
+    ClassDB::bind_method(D_METHOD("_show_decor"), &Hud::_show_decor);
+    ClassDB::bind_method(D_METHOD("_fill_decor"), &Hud::_fill_decor);
+    ClassDB::bind_method(D_METHOD("open_offered", "name"), &Hud::open_offered);
     ClassDB::bind_method(D_METHOD("walk_bars", "on"), &Hud::walk_bars);
     ClassDB::bind_method(D_METHOD("get_overlay"), &Hud::get_overlay);
     ClassDB::bind_method(D_METHOD("get_panel_box"), &Hud::get_panel_box);
@@ -142,7 +146,7 @@ void Hud::_ready() {
     toasts = std::make_unique<ToastLane>(root);
     ring = std::make_unique<FocusRing>(this);
     panels->on_closed = [this] {
-        build_list = false;
+        watched = nullptr;
         toasts->make_way(false);
         if (paused_by_panel) {
             paused_by_panel = false;
@@ -185,7 +189,7 @@ void Hud::_process(double delta) {
     toasts->keep_below(frame->bars_end());
     toasts->step(delta);
     frame->step(delta);
-    step_build_list(delta);
+    step_watched(delta);
     read_pad();
     if (frame->hint_shown()) {
         const bool keys =
@@ -280,19 +284,24 @@ void Hud::walk_bars(bool on) {
     }
 }
 
-// Money comes in while the list is open: what can be paid now shows at once.
-void Hud::step_build_list(double delta) {
+// Money comes in while a list is open: what can be paid now shows at once.
+void Hud::step_watched(double delta) {
     constexpr double look_every = 0.4;
-    build_timer -= delta;
-    if (!build_list || build_timer > 0.0) {
+    watch_timer -= delta;
+    if (watched == nullptr || watch_timer > 0.0) {
         return;
     }
-    build_timer = look_every;
-    const uint64_t now = build_panel_state();
-    if (now != build_state) {
-        build_state = now;
+    watch_timer = look_every;
+    const uint64_t now = watched();
+    if (now != watched_state) {
+        watched_state = now;
         refresh_panel();
     }
+}
+
+void Hud::watch(uint64_t (*state)()) {
+    watched = panel_open() ? state : nullptr;
+    watched_state = state();
 }
 
 void Hud::toast(const String &text, int level) {
@@ -421,6 +430,10 @@ void Hud::offer_panel(const String &name, const Callable &open) {
     }
 }
 
+bool Hud::open_offered(const String &name) {
+    return deck && deck->press(name);
+}
+
 void Hud::toggle_deck() {
     if (deck) {
         deck->toggle();
@@ -443,13 +456,23 @@ void Hud::_fill_pause() {
 
 void Hud::_show_build() {
     _open_panel("BUILD", Array(), "", Callable(), Callable(this, TM_NAME("_fill_build")));
-    build_list = panel_open();
-    build_state = build_panel_state();
+    watch(&build_panel_state);
 }
 
 void Hud::_fill_build() {
     if (VBoxContainer *box = content()) {
         fill_build_panel(this, box);
+    }
+}
+
+void Hud::_show_decor() {
+    _open_panel("DECOR", Array(), "", Callable(), Callable(this, TM_NAME("_fill_decor")));
+    watch(&decor_panel_state);
+}
+
+void Hud::_fill_decor() {
+    if (VBoxContainer *box = content()) {
+        fill_decor_panel(this, box);
     }
 }
 

@@ -80,6 +80,7 @@ public:
 
     // Side buttons: a system that exists offers its panel under FRIENDS, BOOST, STYLE, DECOR or GOALS.
     void offer_panel(const String &name, const Callable &open);
+    bool open_offered(const String &name); // false: not offered
     void toggle_deck();
 
     // A keyboard or a pad walks the bars, the deck and the prompts: TAB, or BACK of a pad; again, or ESC, to leave.
@@ -88,6 +89,8 @@ public:
     void _show_pause();
     void _show_build(); // what can be bought now
     void _fill_build();
+    void _show_decor(); // garden decorations
+    void _fill_decor();
     void _show_how_to();
     // The pay of an absence, once it has been paid: told with a button that only closes.
     void show_offline(int64_t seconds, int64_t paid);
@@ -106,12 +109,13 @@ protected:
     void _notification(int what);
 
 private:
+    void watch(uint64_t (*state)());
     void open_form(const String &title, const Array &tabs, const String &tab, const Callable &on_tab,
                    const Callable &fill, const PanelForm &form);
     void set_setting(const char *key, const Variant &value);
     void read_keys(const Ref<InputEvent> &event);
     void read_pad();
-    void step_build_list(double delta);
+    void step_watched(double delta);
 
     std::unique_ptr<HudFrame> frame;
     std::unique_ptr<ToastLane> toasts;
@@ -128,9 +132,10 @@ private:
     bool bar_keys = false;
     bool pad_start = false; // held in the last frame
     bool pad_back = false;
-    bool build_list = false; // the open panel is the list of what can be bought
-    double build_timer = 0.0;
-    uint64_t build_state = 0;
+    // Of an open panel that follows the money: what it shows, as a number. Null for any other.
+    uint64_t (*watched)() = nullptr;
+    double watch_timer = 0.0;
+    uint64_t watched_state = 0;
 };
 
 } // namespace tilm

@@ -66,6 +66,16 @@ bool SideDeck::offer(const String &name, const Callable &call) {
     return false;
 }
 
+bool SideDeck::press(const String &name) {
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (name == String(rows[i].name) && slots[i].open.is_valid()) {
+            slots[i].button->emit_signal(TM_NAME("pressed"));
+            return true;
+        }
+    }
+    return false;
+}
+
 int SideDeck::offered() const {
     return static_cast<int>(std::count_if(slots.begin(), slots.end(), [](const Slot &s) { return s.open.is_valid(); }));
 }

@@ -21,6 +21,7 @@ public:
     SideDeck(Hud *hud, VBoxContainer *side);
 
     bool offer(const String &name, const Callable &open); // false: no such side button
+    bool press(const String &name);                       // as a finger does; false where nothing is offered
     void toggle();
     void close();
     bool is_open() const { return open; }

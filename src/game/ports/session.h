@@ -19,6 +19,8 @@ public:
     virtual bool in_session() const = 0;
     virtual void post_activity(const String &text, int type) = 0; // 0 upgrade, 1 built, 2 new land
     virtual void sold(const String &kind, int64_t n) = 0;
+    // Whether a reward of playing together, such as "statue", is the farm's.
+    virtual bool reward_earned(const String & /*key*/) const { return false; }
 
 private:
     static Session *&slot() {

@@ -282,6 +282,7 @@ Dictionary FarmDocument::build() {
     doc["staff"] = world.staff;
     doc["lots"] = LOTS_FORM;
     world.pet_house().store(doc);
+    world.decorations().store(doc);
     source = doc;
     return doc;
 }

@@ -74,6 +74,7 @@ private:
     void after(double seconds, const Callable &then);
     void tap_at(const Vector2 &at);
     void move_to(const Vector2 &at);
+    void open_panel(const String &name);
     void open_visit_save();
 
     void on_paused();

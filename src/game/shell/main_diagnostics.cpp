@@ -94,6 +94,9 @@ void Main::start_diagnostics(World &farm) {
 }
 
 void Main::start_after_build(World &) {
+    if (!options.panel.empty()) {
+        after(options.perk_test ? 5.0 : 1.5, callable_mp(this, &Main::open_panel).bind(options.panel.c_str()));
+    }
     for (const auto &[name, value] : options.after_build) {
         if (name == "--notify") {
             after(2.0, callable_mp(this, &Main::on_paused));
@@ -120,6 +123,13 @@ void Main::tap_at(const Vector2 &at) {
         touch->set_position(at);
         touch->set_pressed(pressed);
         Input::get_singleton()->parse_input_event(touch);
+    }
+}
+
+void Main::open_panel(const String &name) {
+    World *farm = world();
+    if (farm == nullptr || farm->hud() == nullptr || !farm->hud()->open_offered(name)) {
+        UtilityFunctions::print("TILMARCH option --panel: the farm has no panel ", name);
     }
 }
 

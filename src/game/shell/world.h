@@ -16,6 +16,7 @@
 #include "game/ports/climate.h"
 #include "game/ports/farm.h"
 #include "game/ports/pet_yard.h"
+#include "game/shell/decorations.h"
 #include "game/shell/farm_camera.h"
 #include "game/shell/farm_report.h"
 #include "game/shell/guide_arrow.h"
@@ -95,6 +96,10 @@ public:
     void _refresh_tiles();
     String buy_now(const String &id);
     String buy_guard();
+    // A garden decoration near the player: "" or why not.
+    String buy_decor(const String &type) { return garden.buy(type); }
+    // Why no land is free for what is to be built; see land_hint.h.
+    String no_land_hint(bool jump);
     Object *next_tile();
     int64_t price(const String &id) const; // of the next level, -1 without one
     bool unlocked(const String &id) const;
@@ -191,6 +196,8 @@ public:
     void set_horse_lv(int64_t lv) { pets.set_horse_lv(lv); }
     int64_t get_cart_lv() const { return pets.get_cart_lv(); }
     void set_cart_lv(int64_t lv) { pets.set_cart_lv(lv); }
+    Array get_decor() const { return garden.get_placed(); }
+    void set_decor(const Array &rows) { garden.set_placed(rows); }
     Dictionary get_levels() const { return levels_by_id; }
     Dictionary get_paid();
     Dictionary get_tiles() const;
@@ -216,6 +223,7 @@ public:
     void keep_node(const String &entry_id, Node *node) { nodes[entry_id] = node; }
     Land &land_office() { return land; }
     PetHouse &pet_house() { return pets; }
+    Decorations &decorations() { return garden; }
 
 protected:
     static void _bind_methods();
@@ -250,6 +258,7 @@ private:
     bool first_run = false;
     int stage = 0;
     int entry_index = 0;
+    bool garden_laid = false;
     bool state_laid = false;
 
     Dictionary levels_by_id; // entry id -> level
@@ -278,6 +287,7 @@ private:
     Pickup pickup;
     Purchases purchases;
     PetHouse pets{*this};
+    Decorations garden{*this};
     std::unique_ptr<Assembly> assembly;
     std::unique_ptr<Purse> purse;
     std::unique_ptr<Logistics> logistics;

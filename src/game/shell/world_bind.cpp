@@ -16,6 +16,7 @@ void World::_bind_methods() {
     TM_BIND_FIELD(World, Variant::ARRAY, pets_home);
     TM_BIND_FIELD(World, Variant::INT, horse_lv);
     TM_BIND_FIELD(World, Variant::INT, cart_lv);
+    TM_BIND_FIELD(World, Variant::ARRAY, decor);
     ClassDB::bind_method(D_METHOD("get_levels"), &World::get_levels);
     ClassDB::bind_method(D_METHOD("get_paid"), &World::get_paid);
     ClassDB::bind_method(D_METHOD("get_tiles"), &World::get_tiles);
@@ -53,6 +54,8 @@ void World::_bind_methods() {
     ClassDB::bind_method(D_METHOD("_refresh_tiles"), &World::_refresh_tiles);
     ClassDB::bind_method(D_METHOD("buy_now", "id"), &World::buy_now);
     ClassDB::bind_method(D_METHOD("buy_guard"), &World::buy_guard);
+    ClassDB::bind_method(D_METHOD("buy_decor", "type"), &World::buy_decor);
+    ClassDB::bind_method(D_METHOD("no_land_hint", "jump"), &World::no_land_hint);
     ClassDB::bind_method(D_METHOD("next_tile"), &World::next_tile);
     ClassDB::bind_method(D_METHOD("leave_visit"), &World::leave_visit);
     ClassDB::bind_method(D_METHOD("travel_region", "id"), &World::travel_region);

@@ -89,6 +89,9 @@ void World::build_scene() {
     hud_node->connect("save_pressed", callable_mp(this, &World::save_on_request));
     hud_node->connect("zoom_pressed", callable_mp(this, &World::zoom_to));
     hud_node->joystick()->connect("tapped", callable_mp(this, &World::_on_tap));
+    if (!visiting) {
+        hud_node->offer_panel("DECOR", Callable(hud_node, "_show_decor"));
+    }
     cinema = memnew(Cinematic);
     cinema->set_name("Cinematic");
     add_child(cinema);
@@ -140,10 +143,15 @@ bool World::build_step() {
         stage = 3;
         return false;
     case 3:
-        if (!visiting) { // a friend's pets are the friend's
-            pets.load(document->opened());
+        if (!garden_laid) {
+            garden_laid = true;
+            if (!visiting) { // a friend's pets are the friend's
+                pets.load(document->opened());
+            }
+            garden.load(document->opened());
+        } else if (garden.raise(Time::get_singleton()->get_ticks_usec() + STEP_BUDGET_USEC)) {
+            stage = 4;
         }
-        stage = 4;
         return false;
     case 4:
         if (!state_laid) {

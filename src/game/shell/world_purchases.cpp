@@ -15,6 +15,7 @@
 #include "game/ports/notices.h"
 #include "game/ports/session.h"
 #include "game/shell/assembly.h"
+#include "game/shell/land_hint.h"
 #include "game/shell/world.h"
 #include "game/sound/sfx.h"
 #include "names.h"
@@ -102,6 +103,10 @@ void World::level_up() {
     }
     Notices::say(text, ToastLevel::good);
     // The tiles follow with the refresh that every purchase ends with: this one runs inside a tile's own callback.
+}
+
+String World::no_land_hint(bool jump) {
+    return land_hint(*this, jump);
 }
 
 void World::buzz(int ms) {
