@@ -382,7 +382,7 @@ std::string Translator::translate(const std::string &s) {
     if (try_rows(combos, s, out)) {
         return out;
     }
-    if (on_miss && missed.insert(s).second) {
+    if (on_miss && !is_number_text(s) && missed.insert(s).second) {
         on_miss(s);
     }
     return s;

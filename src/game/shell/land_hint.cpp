@@ -2,8 +2,8 @@
 
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
-#include "game/kit/ui.h"
 #include "game/shell/world.h"
+#include "rules/money_text.h"
 #include "rules/tiles.h"
 #include "safe_read.h"
 
@@ -54,7 +54,8 @@ String land_hint(World &world, bool jump) {
             if (jump) {
                 travel(world, entry);
             }
-            return vformat("NO FREE LAND: BUY %s FOR %s", read_text(entry, "title"), UI::money(world.price(id)));
+            return vformat("NO FREE LAND: BUY %s FOR $%s", read_text(entry, "title"),
+                           String(rules::group_digits(world.price(id)).c_str()));
         }
         if (locked.is_empty()) {
             locked = entry;
