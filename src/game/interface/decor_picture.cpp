@@ -63,8 +63,8 @@ constexpr Dab STATUE[] = {
 constexpr Dab WINDMILL[] = {
     {Form::box, 0x6d6a64, 0.5f, 0.90f, 0.50f, 0.08f}, {Form::box, 0xe8f0f5, 0.5f, 0.66f, 0.34f, 0.44f},
     {Form::roof, 0x1e88e5, 0.5f, 0.35f, 0.46f, 0.24f}, {Form::box, 0x8d6e63, 0.5f, 0.79f, 0.12f, 0.18f},
-    {Form::box, 0xe53935, 0.37f, 0.29f, 0.09f, 0.36f, -45}, {Form::box, 0xffffff, 0.63f, 0.29f, 0.09f, 0.36f, 45},
-    {Form::box, 0xffffff, 0.37f, 0.55f, 0.09f, 0.36f, 45}, {Form::box, 0xe53935, 0.63f, 0.55f, 0.09f, 0.36f, -45},
+    {Form::box, 0xe53935, 0.37f, 0.29f, 0.09f, 0.36f, -45}, {Form::box, 0xb0bec5, 0.63f, 0.29f, 0.09f, 0.36f, 45},
+    {Form::box, 0xb0bec5, 0.37f, 0.55f, 0.09f, 0.36f, 45}, {Form::box, 0xe53935, 0.63f, 0.55f, 0.09f, 0.36f, -45},
     {Form::oval, 0x6d4c41, 0.5f, 0.42f, 0.10f, 0.10f},
 };
 constexpr Dab GAZEBO[] = {
