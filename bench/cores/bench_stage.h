@@ -33,8 +33,10 @@ void ops(const char *name, int ops, void (*build)(Stage &stage), void (*run)(int
 
 void goods_cases();
 void staff_cases();
+void people_cases();
 void register_goods_classes();
 void register_staff_classes();
+void register_people_classes();
 void drop_farm(); // what the staff cases keep between stages
 
 } // namespace tilm::bench

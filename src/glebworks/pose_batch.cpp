@@ -19,7 +19,7 @@ constexpr int full_visit_every = 10; // calls of sync_poses()
 struct Pose {
     uint64_t root_id = 0; // 0: a free place
     LiveRef<Node3D> body;
-    Node3D *limbs[max_limbs] = {};
+    LiveRef<Node3D> limbs[max_limbs];
     Ref<MultiMesh> mesh;
     Transform3D transform;
     Color angles;
@@ -66,8 +66,8 @@ bool sync(Batch &b, Pose &pose) {
     const Transform3D transform = body->get_transform();
     float angles[max_limbs] = {};
     for (int i = 0; i < max_limbs; ++i) {
-        if (pose.limbs[i] != nullptr) {
-            angles[i] = static_cast<float>(pose.limbs[i]->get_rotation().x);
+        if (const Node3D *limb = pose.limbs[i].get()) {
+            angles[i] = static_cast<float>(limb->get_rotation().x);
         }
     }
     const Color packed(angles[0], angles[1], angles[2], angles[3]);
@@ -111,7 +111,8 @@ void PoseBatch::pose_add(Node3D *root, Node3D *body, const Array &limbs, const R
     pose.body.set(body);
     pose.mesh = mm;
     for (int i = 0; i < max_limbs && i < limbs.size(); ++i) {
-        pose.limbs[i] = Object::cast_to<Node3D>(limbs[i].get_validated_object());
+        const Variant &limb = limbs[i];
+        pose.limbs[i].set(Object::cast_to<Node3D>(limb.get_validated_object()));
     }
     b.poses[static_cast<size_t>(place)] = pose;
     mark_moved(place);

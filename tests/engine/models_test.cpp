@@ -18,8 +18,10 @@
 #include <godot_cpp/variant/packed_int32_array.hpp>
 #include <godot_cpp/variant/packed_vector2_array.hpp>
 #include <godot_cpp/variant/packed_vector3_array.hpp>
+#include <godot_cpp/variant/utility_functions.hpp>
 
 #include "engine_test.h"
+#include "game/art/addon_models.h"
 #include "game/art/buildings.h"
 #include "game/art/icon_models.h"
 #include "game/art/item_models.h"
@@ -30,6 +32,7 @@
 #include "game/art/shapes.h"
 #include "game/data/farm_data.h"
 #include "glebworks/mesh_cluster.h"
+#include "glebworks/pose_batch.h"
 #include "rules/items.h"
 
 namespace tilm {
@@ -240,6 +243,20 @@ TEST(MergeChildren, KeepsSignsAndMovingParts) {
     ASSERT_NE(kept, nullptr);
     EXPECT_NEAR(kept->get_position().y, 3, 1e-5) << "it stays where it stood";
 
+    // Nodes without a place in space outlive their mesh too, and a flattened part merges without an error.
+    Tree wired;
+    MeshInstance3D *slab = Models::box(Vector3(1, 1, 1), Color(), Vector3(), wired.root);
+    slab->set_scale(Vector3(1, 0, 1));
+    Node *plain = memnew(Node);
+    plain->set_name("Plain");
+    slab->add_child(plain);
+    Models::merge_children(wired.root, "kept_plain", false, true);
+    EXPECT_EQ(plain->get_parent(), wired.root);
+    ASSERT_EQ(wired.root->get_child_count(), 2);
+    auto *merged = Object::cast_to<MeshInstance3D>(wired.root->get_child(1));
+    EXPECT_EQ(merged->get_cast_shadows_setting(), GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    EXPECT_EQ(merged->get_material_override(), Ref<Material>(Models::vertex_material()));
+
     Tree bare;
     Models::label3d("SIGN", 20, Color(), Vector3(), bare.root);
     Models::merge_children(bare.root, "nothing_to_merge");
@@ -259,6 +276,100 @@ TEST(NearestVisible, ShowsTheNearestFew) {
     }
     Models::nearest_visible(nodes, Vector3(), 0.5f, 4);
     EXPECT_FALSE(Object::cast_to<Node3D>(nodes[3])->is_visible()) << "out of the radius";
+}
+
+TEST(NearestVisible, ShowsParentsAndPassesOverWhatIsNone) {
+    Array lamps;
+    for (int i = 0; i < 3; i++) {
+        Node3D *post = add<Node3D>();
+        Node3D *lamp = memnew(Node3D);
+        lamp->set_position(Vector3(float(i), 0, 0));
+        post->add_child(lamp);
+        lamps.push_back(lamp);
+    }
+    const auto post = [&lamps](int i) {
+        return Object::cast_to<Node3D>(Object::cast_to<Node>(lamps[i])->get_parent());
+    };
+    Node3D *gone = add<Node3D>();
+    lamps.push_back(gone);
+    lamps.push_back("no node");
+    memdelete(gone);
+    // A node that stays in sight is not told that it was hidden for a moment.
+    int changes = 0;
+    const Callable count = Models::builder([&changes]() -> Node3D * {
+        changes++;
+        return nullptr;
+    });
+    post(0)->connect("visibility_changed", count);
+    Models::nearest_visible(lamps, Vector3(), 10, 1, true);
+    EXPECT_TRUE(post(0)->is_visible());
+    EXPECT_FALSE(post(1)->is_visible());
+    EXPECT_FALSE(post(2)->is_visible());
+    EXPECT_TRUE(Object::cast_to<Node3D>(lamps[2])->is_visible()) << "only its parent is hidden";
+    EXPECT_EQ(changes, 0);
+    Models::nearest_visible(lamps, Vector3(2, 0, 0), 10, 2, true);
+    EXPECT_FALSE(post(0)->is_visible());
+    EXPECT_TRUE(post(1)->is_visible());
+    EXPECT_EQ(changes, 1);
+    Models::nearest_visible(lamps, Vector3(), 10, 0, true);
+    EXPECT_FALSE(post(2)->is_visible());
+}
+
+TEST(Trees, TheirKindFollowsTheNumber) {
+    const auto key = [](float v) {
+        MeshInstance3D *tree = Models::any_tree(v);
+        const String name = tree->get_mesh()->get_name();
+        EXPECT_EQ(tree->get_material_override(), Ref<Material>(Models::tree_material()));
+        EXPECT_NE(tree->get_cast_shadows_setting(), GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+        memdelete(tree);
+        return std::string(name.utf8().get_data());
+    };
+    EXPECT_EQ(key(0), "tree");
+    EXPECT_EQ(key(0.599f), "tree");
+    EXPECT_EQ(key(0.6f), "tree_pine");
+    EXPECT_EQ(key(0.819f), "tree_pine");
+    EXPECT_EQ(key(0.82f), "tree_birch");
+    EXPECT_EQ(key(1), "tree_birch");
+}
+
+TEST(Labels, LieFlatUnlessTheyTurnToTheCamera) {
+    Tree t;
+    Label3D *flat = Models::label3d("SELL", 46, Color(1, 0, 0), Vector3(1, 2, 3), t.root, false, 14);
+    EXPECT_NEAR(flat->get_rotation_degrees().x, -90, 1e-3);
+    EXPECT_EQ(flat->get_billboard_mode(), BaseMaterial3D::BILLBOARD_DISABLED);
+    EXPECT_FLOAT_EQ(flat->get_pixel_size(), 0.01f);
+    EXPECT_FLOAT_EQ(flat->get_visibility_range_end(), 24);
+    EXPECT_FLOAT_EQ(flat->get_visibility_range_end_margin(), 1.5f);
+    EXPECT_EQ(flat->get_cast_shadows_setting(), GeometryInstance3D::SHADOW_CASTING_SETTING_OFF);
+    EXPECT_EQ(flat->get_outline_size(), 14);
+    Label3D *facing = Models::label3d("LV1", 40, Color(), Vector3(), t.root);
+    EXPECT_EQ(facing->get_billboard_mode(), BaseMaterial3D::BILLBOARD_ENABLED);
+    EXPECT_EQ(facing->get_rotation_degrees(), Vector3());
+}
+
+TEST(Paint, MaterialsAreSharedByColourRoughnessAndShade) {
+    const Ref<StandardMaterial3D> red = Models::color_material(Color(1, 0, 0));
+    EXPECT_EQ(red, Models::color_material(Color(1, 0, 0), 0.85f, false));
+    EXPECT_NE(red, Models::color_material(Color(1, 0, 0, 0.5f)));
+    EXPECT_NE(red, Models::color_material(Color(1, 0, 0), 0.5f));
+    EXPECT_NE(red, Models::color_material(Color(1, 0, 0), 0.85f, true));
+    EXPECT_FLOAT_EQ(red->get_roughness(), 0.85f);
+    const Ref<ShaderMaterial> plain = Models::farm_material(), snowy = Models::farm_material(true);
+    EXPECT_NE(plain, snowy);
+    EXPECT_EQ(plain->get_shader(), snowy->get_shader());
+    EXPECT_EQ(double(snowy->get_shader_parameter("snowy")), 1.0);
+    EXPECT_TRUE(Models::vertex_material()->get_flag(BaseMaterial3D::FLAG_ALBEDO_FROM_VERTEX_COLOR));
+    EXPECT_TRUE(Models::vertex_material()->get_flag(BaseMaterial3D::FLAG_SRGB_VERTEX_COLOR));
+    // What a shade height has wears the snowy one.
+    for (const auto &[key, wears] : {std::pair("depot_paint", snowy), std::pair("item_paint", plain)}) {
+        MeshInstance3D *node = Models::bake(key, Models::builder([] {
+                                                Node3D *at = memnew(Node3D);
+                                                Models::box(Vector3(1, 1, 1), Color(), Vector3(), at);
+                                                return at;
+                                            }));
+        EXPECT_EQ(node->get_material_override(), Ref<Material>(wears)) << key;
+        memdelete(node);
+    }
 }
 
 TEST(Shapes, FacesLookOutward) {
@@ -324,6 +435,86 @@ TEST(Rigs, PeopleCarryLimbChannelsAndShareTheirMesh) {
     EXPECT_EQ(mesh_baker::meshes_below(full)[0]->get_mesh(), mesh_baker::meshes_below(twin)[0]->get_mesh());
     memdelete(twin);
     memdelete(full);
+}
+
+// A second person of a look is put together from kept joints; it must be what the first one was.
+TEST(Rigs, TheSecondOfALookEqualsTheFirst) {
+    const auto tell = [](Node3D *root) {
+        std::string text;
+        TypedArray<Node> all = root->find_children("*", "", true, false);
+        for (int64_t i = 0; i < all.size(); i++) {
+            auto *node = Object::cast_to<Node3D>(all[i]);
+            const String line = String(root->get_path_to(node)) + " " + node->get_class() + " " +
+                                UtilityFunctions::str(node->get_transform()) + "\n";
+            text += line.utf8().get_data();
+        }
+        memdelete(root);
+        return text;
+    };
+    Dictionary look;
+    look["shirt"] = "123456";
+    look["style"] = "curly";
+    const std::string first = tell(Models::person(look));
+    EXPECT_NE(first.find("Body/LegL/Knee"), std::string::npos);
+    EXPECT_EQ(tell(Models::person(look)), first);
+    for (const char *product : {"egg", "milk", "fish2", "wool_shorn"}) {
+        const std::string beast = tell(Models::animal(product));
+        EXPECT_NE(beast.find("MultiMeshInstance3D"), std::string::npos) << product;
+        EXPECT_EQ(tell(Models::animal(product)), beast) << product;
+    }
+    const std::string wolf = tell(AddonModels::raider("wolf"));
+    EXPECT_EQ(tell(AddonModels::raider("wolf")), wolf);
+}
+
+// What is written can be read back on a display only (tests/scenario/shaders.gd); here it is counted.
+TEST(Rigs, PosesAreWrittenWhenTheyChangeAndSurviveALostLimb) {
+    Node3D *person = Models::person(Dictionary());
+    stage()->add_child(person);
+    const auto part = [person](const char *path) {
+        return Object::cast_to<Node3D>(person->get_node_or_null(NodePath(path)));
+    };
+    const auto written = [person] {
+        PoseBatch::mark_moved(PoseBatch::find(person));
+        PoseBatch::sync_poses();
+        return PoseBatch::written();
+    };
+    written();
+    EXPECT_EQ(written(), 0);
+    part("Body")->set_position(Vector3(0, 0.1f, 0));
+    EXPECT_EQ(written(), 1);
+    for (const char *limb : {"Body/LegL", "Body/LegR", "Body/ArmL", "Body/ArmR"}) {
+        part(limb)->set_rotation(Vector3(0.3f, 0, 0));
+        EXPECT_EQ(written(), 1) << limb;
+    }
+    EXPECT_EQ(written(), 0);
+    memdelete(part("Body/ArmL"));
+    EXPECT_EQ(written(), 1) << "its angle is gone with it";
+    EXPECT_EQ(written(), 0);
+}
+
+TEST(Rigs, AFifthLegIsPartOfTheBody) {
+    Node3D *body = memnew(Node3D);
+    for (int i = 0; i < 5; i++) {
+        Node3D *leg = shapes::joint(body, vformat("Leg%d", i).utf8().get_data(), Vector3(float(i), 0.5f, 0.25f));
+        Models::box(Vector3(0.1f, 0.1f, 0.1f), Color(), Vector3(), leg);
+    }
+    Models::box(Vector3(0.1f, 0.1f, 0.1f), Color(), Vector3(), shapes::joint(body, "Tail", Vector3(0, 0.7f, 0.9f)));
+    Node3D *animal = Models::animal_rig(body, "five_legs");
+    stage()->add_child(animal);
+    auto *drawn = Object::cast_to<MultiMeshInstance3D>(animal->get_node_or_null(NodePath("Mesh")));
+    const Array arrays = drawn->get_multimesh()->get_mesh()->surface_get_arrays(0);
+    const PackedVector3Array points = arrays[Mesh::ARRAY_VERTEX];
+    const PackedVector2Array pivots = arrays[Mesh::ARRAY_TEX_UV], numbers = arrays[Mesh::ARRAY_TEX_UV2];
+    ASSERT_EQ(points.size(), 6 * 24);
+    for (int64_t i = 0; i < points.size(); i++) {
+        const int part = int(i / 24);
+        EXPECT_EQ(std::lround(numbers[i].x), part == 5 ? 5 : part == 4 ? 0 : part + 1) << part;
+        EXPECT_EQ(numbers[i].y, 0);
+        const Vector2 pivot = part == 5 ? Vector2(0.7f, 0.9f) : part == 4 ? Vector2() : Vector2(0.5f, 0.25f);
+        EXPECT_TRUE(pivots[i].is_equal_approx(pivot)) << part;
+    }
+    EXPECT_FLOAT_EQ(drawn->get_extra_cull_margin(), 0.5f);
+    EXPECT_EQ(drawn->get_multimesh()->get_mesh()->get_name(), String("five_legs/single"));
 }
 
 TEST(Rigs, AnimalsHaveLegsAndATail) {

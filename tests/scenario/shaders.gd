@@ -1,5 +1,5 @@
 # Draws every shader of the project once on a real display: each compiles, paints something, and offers the uniforms and
-# global parameters that the module sets by name. Run by shaders.sh, which also fails on an engine error in the log.
+# global parameters that the module sets by name; limbs bend by their channels. Run by shaders.sh, which also fails on an engine error in the log.
 extends SceneTree
 
 const NEEDED := ["avatar_badge", "stripes", "person", "animal", "tree", "farm", "water", "ground", "ground_wet", "tuft", "lake"]
@@ -41,6 +41,7 @@ func scene(page: SubViewport, material: ShaderMaterial) -> void:
     env.ambient_light_energy = 0.4
     env.fog_enabled = true
     env.fog_density = 0.01
+    env.fog_sky_affect = 0 # what is empty stays known
     var world := WorldEnvironment.new()
     world.environment = env
     page.add_child(world)
@@ -100,6 +101,98 @@ func draw_one(name: String) -> void:
     page.queue_free()
 
 
+# A small square of limb `number` at (y 1, z 0) that turns about (y 0.25, z 0.25), seen along x, 4 high.
+func limb_square(name: String, number: int, angles: Color) -> Image:
+    var points: PackedVector3Array = []
+    var rows := [[0.8, -0.2], [0.8, 0.2], [1.2, 0.2], [1.2, -0.2]]
+    for i in [0, 1, 2, 0, 2, 3, 0, 2, 1, 0, 3, 2]: # both faces
+        points.append(Vector3(0, rows[i][0], rows[i][1]))
+    var arrays := []
+    arrays.resize(Mesh.ARRAY_MAX)
+    arrays[Mesh.ARRAY_VERTEX] = points
+    var normals: PackedVector3Array = []
+    var colors: PackedColorArray = []
+    var pivots: PackedVector2Array = []
+    var numbers: PackedVector2Array = []
+    for i in points.size():
+        normals.append(Vector3.RIGHT)
+        colors.append(Color.WHITE)
+        pivots.append(Vector2(0.25, 0.25))
+        numbers.append(Vector2(number, 0))
+    arrays[Mesh.ARRAY_NORMAL] = normals
+    arrays[Mesh.ARRAY_COLOR] = colors
+    arrays[Mesh.ARRAY_TEX_UV] = pivots
+    arrays[Mesh.ARRAY_TEX_UV2] = numbers
+    var mesh := ArrayMesh.new()
+    mesh.add_surface_from_arrays(Mesh.PRIMITIVE_TRIANGLES, arrays)
+    var material := ShaderMaterial.new()
+    material.shader = load("res://shaders/%s.gdshader" % name)
+    var page := studio(false)
+    scene(page, material)
+    var camera: Camera3D = page.find_children("*", "Camera3D", true, false)[0]
+    camera.projection = Camera3D.PROJECTION_ORTHOGONAL
+    camera.size = 4
+    camera.position = Vector3(5, 0, 0)
+    camera.rotation_degrees = Vector3(0, 90, 0)
+    var many: MultiMesh = page.find_children("*", "MultiMeshInstance3D", true, false)[0].multimesh
+    many.mesh = mesh
+    many.set_instance_custom_data(0, angles)
+    for i in 3:
+        await process_frame
+    var seen := page.get_texture().get_image()
+    page.queue_free()
+    return seen
+
+
+# Each limb turns by its own channel about its pivot, the body by none.
+func bend_limbs(name: String) -> void:
+    var home := Vector2i(32, 16)
+    var turned := Vector2i(16, 24) # (y 0.5, z 1): a quarter turn from y towards z
+    for number in 5:
+        for channel in 4:
+            var angles := Color(0, 0, 0, 0)
+            angles[channel] = PI / 2
+            var seen := await limb_square(name, number, angles)
+            var moves := channel == number - 1
+            var what := "%s, limb %d, angle %d" % [name, number, channel]
+            check((seen.get_pixelv(turned).is_equal_approx(EMPTY)) != moves, what + " where it turns to")
+            check((seen.get_pixelv(home).is_equal_approx(EMPTY)) == moves, what + " where it stood")
+
+
+# What the pose batch writes is what the joints say.
+func pose_person() -> void:
+    for key in ["look_avatar_ben", "animal_milk"]:
+        var person: Node3D = BotActions.model(key)
+        root.add_child(person)
+        var body: Node3D = person.get_node("Body")
+        var legs := body.get_children().filter(func(n): return n.name.begins_with("Leg"))
+        legs[1].rotation.x = 0.5
+        body.position.y = 0.25
+        for i in 10:
+            Glebworks.sync_poses()
+        var drawn: MultiMesh = person.get_node("Mesh").multimesh
+        check(absf(drawn.get_instance_custom_data(0).g - 0.5) < 0.001, key + ": its second leg's angle")
+        check(absf(drawn.get_instance_custom_data(0).r) < 0.001, key + ": its first leg's angle")
+        check(drawn.get_instance_transform(0).origin.is_equal_approx(Vector3(0, 0.25, 0)), key + ": its body's place")
+        check(drawn.get_instance_color(0).is_equal_approx(Color.WHITE), key + ": its colour")
+        legs[1].free()
+        for i in 10:
+            Glebworks.sync_poses()
+        check(absf(drawn.get_instance_custom_data(0).g) < 0.001, key + ": a lost leg's angle")
+        person.free()
+
+
+# The checks above rest on knowing an empty pixel.
+func see_nothing() -> void:
+    var page := studio(false)
+    scene(page, ShaderMaterial.new())
+    page.find_children("*", "MultiMeshInstance3D", true, false)[0].visible = false
+    for i in 3:
+        await process_frame
+    check(page.get_texture().get_image().get_pixel(32, 32).is_equal_approx(EMPTY), "an empty page is not empty")
+    page.queue_free()
+
+
 func draw_all() -> void:
     for name in GLOBALS:
         check(ProjectSettings.has_setting("shader_globals/" + name), "no global parameter %s" % name)
@@ -114,5 +207,9 @@ func draw_all() -> void:
         check(name in names, "no %s.gdshader" % name)
     for name in names:
         await draw_one(name)
+    await see_nothing()
+    await bend_limbs("person")
+    await bend_limbs("animal")
+    pose_person()
     print("SHADERS drawn %d, wrong %d" % [names.size(), failures])
     quit(0 if failures == 0 else 1)

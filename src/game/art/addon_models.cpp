@@ -284,14 +284,16 @@ Node3D *AddonModels::tool(const String &trade) {
     if (row == nullptr) {
         row = &TOOLS[0];
     }
-    return Models::bake(String("tool_") + row->key, Models::builder([row] {
-                            Node3D *at = pieces::tree_of(row->rows);
-                            if (String(row->key) == String("vet")) {
-                                pieces::put_all(shapes::joint(at, "Needle", Vector3(0, 0.30f, 0)), NEEDLE);
-                            }
-                            return at;
-                        }),
-                        false);
+    Node3D *node =
+        Models::bake(String("tool_") + row->key, Models::builder([row] { return pieces::tree_of(row->rows); }), false);
+    if (String(row->key) == String("vet")) {
+        MeshInstance3D *needle =
+            Models::bake("tool_vet_needle", Models::builder([] { return pieces::tree_of(NEEDLE); }), false);
+        needle->set_name("Needle");
+        needle->set_position(Vector3(0, 0.30f, 0));
+        node->add_child(needle);
+    }
+    return node;
 }
 
 Node3D *AddonModels::veil_hat() {

@@ -22,7 +22,7 @@ public:
     static Node3D *bank();
     // What a farm hand works with, by product; "stool" for the milking stool. Grip at the origin.
     static Node3D *hand(const String &kind);
-    // A trade's tool, grip at the origin; the vet's syringe has a child `Needle` in its tree.
+    // A trade's tool, grip at the origin; the vet's syringe has its needle in a child `Needle`.
     static Node3D *tool(const String &trade);
     // Beekeeper's hat for a head at the origin.
     static Node3D *veil_hat();

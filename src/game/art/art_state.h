@@ -15,6 +15,7 @@ struct ArtState {
     Dictionary materials; // colour key -> StandardMaterial3D
     Dictionary baked;     // model key -> ArrayMesh
     Dictionary rigs;      // rig key -> ArrayMesh with limb channels
+    Dictionary bones;     // rig key -> rows of the joints that it leaves (model_rigs)
     Dictionary shaders;   // shader name -> ShaderMaterial
     Ref<StandardMaterial3D> vertex_material;
     Ref<ShaderMaterial> farm_snowy;

@@ -69,7 +69,8 @@ Node3D *hall_tree(int level) {
         Vector3(0, 0, -28));
     const int tables = std::min(4, level + 1);
     for (int i = 0; i < tables; i++) {
-        Node3D *table = shapes::joint(at, "Table", Vector3(i % 2 ? 1.75f : -1.75f, 0.06f, i < 2 ? -0.1f : 1.55f));
+        // On y 0: the trays of the meals stand at 0.72.
+        Node3D *table = shapes::joint(at, "Table", Vector3(i % 2 ? 1.75f : -1.75f, 0, i < 2 ? -0.1f : 1.55f));
         pieces::put_all(table, TABLE);
     }
     // Better levels: sunshades over the tables, lanterns, greenery.

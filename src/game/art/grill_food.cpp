@@ -126,11 +126,11 @@ constexpr Dish DISHES[] = {
     {"steak", RAW_STEAK_ROWS, DONE_STEAK_ROWS},
     {"burger", RAW_PATTY_ROWS, DONE_PATTY_ROWS},
 };
-struct Cut { const char *key; std::span<const Piece> rows; };
+struct Cut { const char *key; std::span<const Piece> rows; const char *name = nullptr; };
 constexpr Cut CUTS[] = {
     {"meat_tray", MEAT_TRAY_ROWS}, {"chicken_tray", CHICKEN_TRAY_ROWS}, {"chicken_piece", CHICKEN_PIECE_ROWS},
-    {"meat_hook", MEAT_HOOK_ROWS}, {"cut_shoulder", SHOULDER_ROWS}, {"cut_ribs", RIBS_ROWS}, {"cut_rump", RUMP_ROWS},
-    {"cut_loin", LOIN_ROWS},
+    {"meat_hook", MEAT_HOOK_ROWS}, {"cut_shoulder", SHOULDER_ROWS, "Shoulder"}, {"cut_ribs", RIBS_ROWS, "Ribs"},
+    {"cut_rump", RUMP_ROWS, "Rump"}, {"cut_loin", LOIN_ROWS, "Loin"},
 };
 // clang-format on
 
@@ -165,7 +165,11 @@ Node3D *GrillFood::plated(const String &kind) {
 Node3D *GrillFood::butchery(const String &key) {
     for (const Cut &cut : CUTS) {
         if (key == String(cut.key)) {
-            return Models::bake(key, Models::builder([&cut] { return pieces::tree_of(cut.rows); }));
+            Node3D *node = Models::bake(key, Models::builder([&cut] { return pieces::tree_of(cut.rows); }));
+            if (cut.name != nullptr) {
+                node->set_name(cut.name);
+            }
+            return node;
         }
     }
     return nullptr;

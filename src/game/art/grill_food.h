@@ -22,7 +22,7 @@ public:
     // The dish on its plate.
     static Node3D *plated(const String &kind);
     // "meat_tray", "chicken_tray", "chicken_piece", "meat_hook", "cut_shoulder", "cut_ribs", "cut_rump", "cut_loin";
-    // null for any other key.
+    // null for any other key. Cuts are named `Shoulder`, `Ribs`, `Rump`, `Loin`.
     static Node3D *butchery(const String &key);
 };
 

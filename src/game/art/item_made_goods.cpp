@@ -187,9 +187,9 @@ void orange_juice(Node3D *at) {
     put(at, loft({{0, 0.12f, 0.12f}, {0.36f, 0.19f, 0.19f}}, 8), pal::ORANGE, Vector3());
     put(at, loft({{0, 0.135f, 0.135f}, {0.05f, 0.135f, 0.135f}}, 8), pal::WHITE, Vector3());
     put(at, loft({{0.30f, 0.185f, 0.185f}, {0.38f, 0.20f, 0.20f}}, 8), pal::CREAM, Vector3());
-    put(at, loft({{-0.03f, 0.12f, 0.12f}, {0.03f, 0.12f, 0.12f}}, 8), pal::YELLOW, Vector3(0.15f, 0.38f, 0.02f),
+    put(at, loft({{-0.03f, 0.12f, 0.12f}, {0.03f, 0.12f, 0.12f}}, 8), pal::YELLOW, Vector3(0.15f, 0.35f, 0.02f),
         Vector3(90, 20, 0));
-    put(at, loft({{0, 0.03f, 0.03f}, {0.22f, 0.03f, 0.03f, -0.05f}}, 5), pal::RED, Vector3(-0.06f, 0.34f, 0));
+    put(at, loft({{0, 0.035f, 0.035f}, {0.15f, 0.035f, 0.035f, -0.05f}}, 5), pal::RED, Vector3(-0.06f, 0.33f, 0));
 }
 
 void blanket(Node3D *at) {
@@ -241,15 +241,15 @@ void gold(Node3D *at) {
 }
 
 void money_case(Node3D *at) {
-    put(at, bevel_box(Vector3(0.54f, 0.16f, 0.36f), 0.035f), 0x5a4636, Vector3(0, 0.08f, 0));
-    put(at, bevel_box(Vector3(0.56f, 0.03f, 0.38f), 0.01f), 0xffc81f, Vector3(0, 0.085f, 0));
+    put(at, bevel_box(Vector3(0.52f, 0.16f, 0.30f), 0.035f), 0x5a4636, Vector3(0, 0.08f, -0.03f));
+    put(at, bevel_box(Vector3(0.54f, 0.03f, 0.32f), 0.01f), 0xffc81f, Vector3(0, 0.085f, -0.03f));
     for (const float side : {-1.0f, 1.0f}) {
         put(at, loft({{-0.035f, 0.038f, 0.022f}, {0.035f, 0.038f, 0.022f}}, 4, 1), 0xffc81f,
-            Vector3(side * 0.15f, 0.09f, 0.19f));
+            Vector3(side * 0.15f, 0.09f, 0.125f));
         put(at, loft({{-0.02f, 0.02f, 0.05f}, {0.02f, 0.02f, 0.05f}}, 4, 1), pal::INK,
-            Vector3(side * 0.09f, 0.10f, 0.22f));
+            Vector3(side * 0.09f, 0.10f, 0.14f));
     }
-    put(at, loft({{-0.02f, 0.11f, 0.02f}, {0.02f, 0.11f, 0.02f}}, 4, 1), pal::INK, Vector3(0, 0.10f, 0.26f));
+    put(at, loft({{-0.02f, 0.11f, 0.02f}, {0.02f, 0.11f, 0.02f}}, 4, 1), pal::INK, Vector3(0, 0.10f, 0.175f));
 }
 
 struct Row {

@@ -376,8 +376,8 @@ constexpr Entry ENTRIES[] = {
     {"car1", [](Node3D *at) { cars(at, pal::YELLOW, true); }},
     {"car2", [](Node3D *at) { cars(at, pal::BLUE, false); }},
     {"star", [](Node3D *at) { IconModels::star(0.30f, 0.13f, 0.14f, col(pal::YELLOW), Vector3(), at); }},
-    {"star_max", [](Node3D *at) { IconModels::star(0.34f, 0.15f, 0.12f, col(pal::WHITE), Vector3(), at);
-                                  IconModels::star(0.27f, 0.12f, 0.20f, col(pal::PURPLE), Vector3(), at); }},
+    {"star_max", [](Node3D *at) { IconModels::star(0.32f, 0.14f, 0.12f, col(pal::WHITE), Vector3(), at);
+                                  IconModels::star(0.25f, 0.11f, 0.20f, col(pal::PURPLE), Vector3(), at); }},
     {"signpost", [](Node3D *at) { rows(at, SIGNPOST); }},
     {"hand", [](Node3D *at) { rows(at, HAND); }},
     {"trade_truck", [](Node3D *at) { rows(at, TRADE_TRUCK); }},

@@ -55,7 +55,9 @@ void append(Surface &out, MeshInstance3D *node, const Node *root, const MergeOpt
     const PackedVector3Array points = arrays[Mesh::ARRAY_VERTEX];
     const PackedVector3Array facings = arrays[Mesh::ARRAY_NORMAL];
     const Transform3D place = local_to(node, root);
-    const Basis turn = place.basis.inverse().transposed();
+    // A part that is scaled flat has no inverse; its facings stay as they are turned.
+    const bool flat = place.basis.determinant() == 0;
+    const Basis turn = flat ? place.basis : place.basis.inverse().transposed();
     const Color paint = paint_of(node);
     const Limb *limb = options.limbs.empty() ? nullptr : limb_of(node, root, options.limbs);
     const int64_t base = out.vertices.size();

@@ -96,6 +96,21 @@ Node3D *ground_thing(Name n) {
                                        : Scenery::region_sign();
 }
 
+// Numbers of a key that tells sizes in tenths of a metre, as "28x20" or "66_76".
+Vector2 size_in(Name n, const char *between) {
+    const PackedStringArray parts = n.split(between);
+    return Vector2(float(parts[0].to_int()), float(parts[1].to_int())) * 0.1f;
+}
+
+// Models whose key tells their size; the table lists a size of each that a farm has.
+Node3D *sized(const String &prefix, Name n) {
+    return prefix == String("rail_")   ? Scenery::rail_fence(float(n.to_int()) * 0.1f)
+           : prefix == String("path_") ? Scenery::path_strip(size_in(n, "_"))
+           : prefix == String("bed_b39a52_")
+               ? Buildings::field_bed(size_in(n, "_"), Color(0.702f, 0.604f, 0.322f), true)
+               : Scenery::zone_plate(size_in(n, "x"), String());
+}
+
 Node3D *crop(Name n) {
     MeshInstance3D *node = memnew(MeshInstance3D);
     node->set_mesh(Models::crop_mesh(n));
@@ -156,6 +171,12 @@ constexpr ModelFamily FAMILIES[] = {
 
     {"trough_", "corn hay", ModelClass::prop, "feed", [](Name n) { return Buildings::trough(n); }},
     {"", "tray pallet supply_van price_pole cash_mat bench region_sign", ModelClass::prop, "the farm's ground", ground_thing},
+    {"zone_plate_", "28x20 24x18 17x10", ModelClass::prop, "the ground under a zone", [](Name n) { return sized("zone_plate_", n); }},
+    {"path_", "20_155", ModelClass::scenery, "customers' paths", [](Name n) { return sized("path_", n); }},
+    {"rail_", "66", ModelClass::prop, "pastures", [](Name n) { return sized("rail_", n); }},
+    {"bed_b39a52_", "66_76_1", ModelClass::scenery, "fields", [](Name n) { return sized("bed_b39a52_", n); }},
+    {"homestead_yard", "", ModelClass::prop, "the family's yard", [](Name) { return Scenery::homestead(); }},
+    {"house_flour", "", ModelClass::building, "the title's mill", [](Name) { return Buildings::mill(); }},
     {"stone_", "0 1 2", ModelClass::prop, "the land", [](Name n) { return Scenery::stone(int(n.to_int())); }},
     {"tree", "", ModelClass::prop, "hedges, gardens", [](Name) -> Node3D * { return Models::any_tree(0.1f); }},
     {"tree_pine", "", ModelClass::prop, "hedges, gardens", [](Name) -> Node3D * { return Models::any_tree(0.7f); }},

@@ -36,7 +36,38 @@ Ref<ArrayMesh> rig_mesh(Node3D *body, const Array &limbs, const Node *tail, cons
     return mesh;
 }
 
+// A row for `node` and each joint below it: its parent's row, name and transform.
+void record_bones(const Node3D *node, int parent, Array &rows) {
+    Array row;
+    row.push_back(parent);
+    row.push_back(node->get_name());
+    row.push_back(node->get_transform());
+    const int self = int(rows.size());
+    rows.push_back(row);
+    for (int32_t i = 0; i < node->get_child_count(); i++) {
+        if (const auto *joint = Object::cast_to<Node3D>(node->get_child(i))) {
+            record_bones(joint, self, rows);
+        }
+    }
+}
+
 } // namespace
+
+Node3D *known_body(const String &key) {
+    const Array rows = art().bones.get(key, Array());
+    std::vector<Node3D *> made;
+    for (int64_t i = 0; i < rows.size(); i++) {
+        const Array row = rows[i];
+        Node3D *joint = memnew(Node3D);
+        joint->set_name(row[1]);
+        joint->set_transform(row[2]);
+        if (const int64_t parent = row[0]; parent >= 0) {
+            made[size_t(parent)]->add_child(joint);
+        }
+        made.push_back(joint);
+    }
+    return made.empty() ? nullptr : made.front();
+}
 
 void make_rig(Node3D *root, Node3D *body, const Array &limbs, const Node *tail, const String &key,
               const Ref<Material> &material, float cull_margin) {
@@ -45,6 +76,11 @@ void make_rig(Node3D *root, Node3D *body, const Array &limbs, const Node *tail, 
     for (auto it = drawn.rbegin(); it != drawn.rend(); ++it) {
         (*it)->get_parent()->remove_child(*it);
         memdelete(*it);
+    }
+    if (!art().bones.has(key)) {
+        Array rows;
+        record_bones(body, -1, rows);
+        art().bones[key] = rows;
     }
     Ref<MultiMesh> multi;
     multi.instantiate();
@@ -100,18 +136,26 @@ void merge_parts(Node3D *part, const String &key) {
 } // namespace model_rigs
 
 Node3D *Models::person(const Dictionary &look) {
-    Node3D *root = model_rigs::person_tree(look);
     if (bool(look.get("hd", false))) {
-        model_rigs::merge_parts(root, String("hd_") + Variant(look).stringify());
-        return root;
+        Node3D *full = model_rigs::person_tree(look);
+        model_rigs::merge_parts(full, String("hd_") + Variant(look).stringify());
+        return full;
     }
-    auto *body = Object::cast_to<Node3D>(root->get_node_or_null(NodePath("Body")));
+    // A look that was drawn before needs its joints only.
+    const String key = String("rig_") + Variant(look).stringify();
+    Node3D *body = model_rigs::known_body(key), *root = nullptr;
+    if (body != nullptr) {
+        root = memnew(Node3D);
+        root->add_child(body);
+    } else {
+        root = model_rigs::person_tree(look);
+        body = Object::cast_to<Node3D>(root->get_node_or_null(NodePath("Body")));
+    }
     Array limbs;
     for (const char *name : {"LegL", "LegR", "ArmL", "ArmR"}) {
         limbs.push_back(body->get_node_or_null(NodePath(name)));
     }
-    model_rigs::make_rig(root, body, limbs, nullptr, String("rig_") + Variant(look).stringify(), person_material(),
-                         0.8f);
+    model_rigs::make_rig(root, body, limbs, nullptr, key, person_material(), 0.8f);
     return root;
 }
 
@@ -138,6 +182,9 @@ Node3D *Models::animal_rig(Node3D *body, const String &key) {
 }
 
 Node3D *Models::animal(const String &product) {
+    if (Node3D *known = model_rigs::known_body(String("rig_") + product + String("/single"))) {
+        return animal_rig(known, String("rig_") + product);
+    }
     Node3D *tree = model_rigs::animal_tree(product);
     if (tree == nullptr) {
         return nullptr;

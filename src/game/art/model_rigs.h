@@ -15,6 +15,8 @@ namespace model_rigs {
 // The up to four `limbs` keep their nodes, so that they can be turned and worn on; `tail` (may be null) only swishes.
 void make_rig(Node3D *root, Node3D *body, const Array &limbs, const Node *tail, const String &key,
               const Ref<Material> &material, float cull_margin);
+// The joints that the rig of this key leaves, so that its tree need not be built again; null before the first one.
+Node3D *known_body(const String &key);
 // Makes one mesh of all opaque ones that hang on the same joint, joint by joint: a tree that is moved by its joints
 // costs a draw for each of them and not for each button. Looks of the same `key` share the meshes.
 void merge_parts(Node3D *part, const String &key);

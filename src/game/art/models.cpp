@@ -223,19 +223,22 @@ Node3D *Models::merge_children(Node3D *node, const String &key, bool cast_shadow
         art().baked[key] = mesh;
     }
     // Moving parts and signs that hang on a merged mesh outlive it, where they stand.
-    std::vector<std::pair<Node3D *, Transform3D>> kept;
+    std::vector<Node *> kept;
     for (MeshInstance3D *merged : meshes) {
         for (int32_t i = 0; i < merged->get_child_count(); i++) {
-            auto *child = Object::cast_to<Node3D>(merged->get_child(i));
-            if (child != nullptr && Object::cast_to<MeshInstance3D>(child) == nullptr) {
-                kept.emplace_back(child, mesh_baker::local_to(child, node));
+            if (Node *child = merged->get_child(i); Object::cast_to<MeshInstance3D>(child) == nullptr) {
+                kept.push_back(child);
             }
         }
     }
-    for (const auto &[child, place] : kept) {
+    for (Node *child : kept) {
+        auto *placed = Object::cast_to<Node3D>(child);
+        const Transform3D place = placed != nullptr ? mesh_baker::local_to(placed, node) : Transform3D();
         child->get_parent()->remove_child(child);
         node->add_child(child);
-        child->set_transform(place);
+        if (placed != nullptr) {
+            placed->set_transform(place);
+        }
     }
     // Deepest first: a mesh may hang on another one.
     for (auto it = meshes.rbegin(); it != meshes.rend(); ++it) {
@@ -254,24 +257,23 @@ void Models::simplify(Node3D *node, float smallest) {
 }
 
 void Models::nearest_visible(const Array &nodes, const Vector3 &pos, float radius, int count, bool use_parent) {
+    // What is shown: the node itself or the parent that carries it.
     std::vector<std::pair<float, Node3D *>> nearest;
-    const auto shown_node = [use_parent](Node3D *node) {
-        return use_parent ? Object::cast_to<Node3D>(node->get_parent()) : node;
-    };
+    std::vector<Node3D *> all;
     for (int64_t i = 0; i < nodes.size(); i++) {
-        auto *node = Object::cast_to<Node3D>(nodes[i]);
-        if (node == nullptr) {
+        const Variant &listed = nodes[i];
+        auto *node = Object::cast_to<Node3D>(listed.get_validated_object());
+        Node3D *shown = node != nullptr && use_parent ? Object::cast_to<Node3D>(node->get_parent()) : node;
+        if (shown == nullptr) {
             continue;
         }
-        if (Node3D *shown = shown_node(node)) {
-            shown->set_visible(false);
-        }
+        all.push_back(shown);
         const Vector3 at = node->is_inside_tree() ? node->get_global_position() : node->get_position();
         const float away = float(at.distance_to(pos));
-        if (away > radius || count < 1) {
+        if (!(away <= radius) || count < 1) {
             continue;
         }
-        const std::pair<float, Node3D *> entry(away, node);
+        const std::pair<float, Node3D *> entry(away, shown);
         nearest.insert(std::upper_bound(nearest.begin(), nearest.end(), entry,
                                         [](const auto &a, const auto &b) { return a.first < b.first; }),
                        entry);
@@ -279,9 +281,12 @@ void Models::nearest_visible(const Array &nodes, const Vector3 &pos, float radiu
             nearest.pop_back();
         }
     }
-    for (const auto &entry : nearest) {
-        if (Node3D *shown = shown_node(entry.second)) {
-            shown->set_visible(true);
+    // One that stays as it is must not be told so: each change of sight goes down its whole branch.
+    for (Node3D *shown : all) {
+        const bool near =
+            std::any_of(nearest.begin(), nearest.end(), [shown](const auto &entry) { return entry.second == shown; });
+        if (shown->is_visible() != near) {
+            shown->set_visible(near);
         }
     }
 }

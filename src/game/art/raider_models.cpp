@@ -1,6 +1,7 @@
 // The beasts that raid the farm: wolf, fox and crow, each a Body with legs and a tail, facing -z.
 
 #include "game/art/addon_models.h"
+#include "game/art/model_rigs.h"
 #include "game/art/models.h"
 #include "game/art/shapes.h"
 
@@ -117,6 +118,9 @@ void build_crow(Node3D *body) {
 } // namespace
 
 Node3D *AddonModels::raider(const String &kind) {
+    if (Node3D *known = model_rigs::known_body(kind + String("/single"))) {
+        return Models::animal_rig(known, kind);
+    }
     Node3D *body = memnew(Node3D);
     if (kind == String("wolf")) {
         build_hound(body, WOLF, true);

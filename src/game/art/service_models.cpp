@@ -258,8 +258,17 @@ Node3D *office_tree() {
 Node3D *lamp(const char *key, std::span<const Piece> rows, float size, const Vector3 &bulb_at) {
     Node3D *root = memnew(Node3D);
     root->add_child(Models::bake(key, Models::builder([rows] { return pieces::tree_of(rows); })));
+    // A node of plain paint, so that one lamp can go dark by another material.
     MeshInstance3D *bulb =
-        Models::mesh_instance(shapes::ball(Vector3(size, size, size), 8, 4), col(pal::CREAM), bulb_at, root, false);
+        Models::bake(String(key) + "_bulb", Models::builder([size] {
+                         Node3D *at = memnew(Node3D);
+                         put(at, shapes::ball(Vector3(size, size, size), 8, 4), pal::CREAM, Vector3());
+                         return at;
+                     }),
+                     false);
+    bulb->set_material_override(Models::color_material(col(pal::CREAM)));
+    bulb->set_position(bulb_at);
+    root->add_child(bulb);
     bulb->set_name("Bulb");
     return root;
 }
