@@ -3,6 +3,7 @@
 #include <cmath>
 #include <map>
 #include <string>
+#include <vector>
 
 #include <godot_cpp/classes/box_mesh.hpp>
 #include <godot_cpp/classes/capsule_mesh.hpp>
@@ -157,6 +158,76 @@ TEST(Simplify, DropsTheTinyAndCapsTheRest) {
     EXPECT_EQ(ball(big)->get_radial_segments(), 8);
     EXPECT_EQ(ball(big)->get_rings(), 4);
     EXPECT_EQ(ball(small)->get_radial_segments(), 6) << "0.4 is in the middle band: 8 is no lower";
+}
+
+TEST(Simplify, EachShapeHasItsCaps) {
+    Tree t;
+    const auto put = [&t](const Ref<Mesh> &mesh) { return Models::mesh_instance(mesh, Color(), Vector3(), t.root); };
+    Ref<CylinderMesh> post = made<CylinderMesh>(), peg = made<CylinderMesh>(), log = made<CylinderMesh>();
+    peg->set_top_radius(0.1f);
+    peg->set_bottom_radius(0.1f);
+    peg->set_height(0.29f);
+    log->set_height(1.21f);
+    Ref<CapsuleMesh> pill = made<CapsuleMesh>();
+    Ref<TorusMesh> ring = made<TorusMesh>();
+    Ref<SphereMesh> bead = made<SphereMesh>();
+    bead->set_radius(0.1f);
+    bead->set_height(0.2f);
+    for (const Ref<Mesh> &mesh : std::vector<Ref<Mesh>>{post, peg, log, pill, ring, bead}) {
+        put(mesh);
+    }
+    Models::simplify(t.root, 0);
+    EXPECT_EQ(post->get_radial_segments(), 10);
+    EXPECT_EQ(post->get_rings(), 1);
+    EXPECT_EQ(peg->get_radial_segments(), 6);
+    EXPECT_EQ(pill->get_radial_segments(), 8);
+    EXPECT_EQ(pill->get_rings(), 2);
+    EXPECT_EQ(ring->get_rings(), 10);
+    EXPECT_EQ(ring->get_ring_segments(), 5);
+    EXPECT_EQ(bead->get_radial_segments(), 6);
+    mesh_baker::simplify_more(t.root);
+    EXPECT_EQ(peg->get_radial_segments(), 4);
+    EXPECT_EQ(log->get_radial_segments(), 10) << "above 1.2";
+    EXPECT_EQ(bead->get_radial_segments(), 5);
+    EXPECT_EQ(bead->get_rings(), 2);
+    EXPECT_EQ(pill->get_radial_segments(), 8) << "the second pass is for balls and rods";
+}
+
+TEST(Merge, TakesBareSurfacesAndTurnsNormals) {
+    // One triangle without indices or paint, its normal halfway between x and y; then scaled along x, then mirrored.
+    PackedVector3Array points, normals;
+    for (const Vector3 &p : {Vector3(0, 0, 0), Vector3(1, 0, 0), Vector3(0, 1, 0)}) {
+        points.push_back(p);
+        normals.push_back(Vector3(1, 1, 0).normalized());
+    }
+    normals.set(2, Vector3());
+    Array arrays;
+    arrays.resize(Mesh::ARRAY_MAX);
+    arrays[Mesh::ARRAY_VERTEX] = points;
+    arrays[Mesh::ARRAY_NORMAL] = normals;
+    Ref<ArrayMesh> bare = made<ArrayMesh>();
+    bare->add_surface_from_arrays(Mesh::PRIMITIVE_TRIANGLES, arrays);
+    Tree t;
+    for (const float x : {2.0f, -2.0f}) {
+        MeshInstance3D *node = memnew(MeshInstance3D);
+        node->set_mesh(bare);
+        node->set_scale(Vector3(x, 1, 1));
+        t.root->add_child(node);
+    }
+    const Ref<ArrayMesh> mesh = mesh_baker::merge(mesh_baker::meshes_below(t.root), t.root, "bare", {});
+    const Array out = mesh->surface_get_arrays(0);
+    const PackedInt32Array indices = out[Mesh::ARRAY_INDEX];
+    ASSERT_EQ(indices.size(), 6);
+    const int expected[] = {0, 1, 2, 3, 5, 4}; // the mirrored one turns round
+    for (int i = 0; i < 6; i++) {
+        EXPECT_EQ(indices[i], expected[i]) << i;
+    }
+    const PackedColorArray colors = out[Mesh::ARRAY_COLOR];
+    EXPECT_EQ(colors[0], Color(1, 1, 1, 1));
+    const PackedVector3Array turned = out[Mesh::ARRAY_NORMAL];
+    EXPECT_NEAR(turned[0].x, 0.4472, 0.01) << "by the inverse transpose: flatter along x";
+    EXPECT_NEAR(turned[0].y, 0.8944, 0.01);
+    EXPECT_NEAR(turned[3].x, -0.4472, 0.01);
 }
 
 TEST(Shade, DarkensTheFootAndLiftsTheTop) {

@@ -17,6 +17,8 @@ namespace tilm {
 
 namespace {
 
+constexpr int fish_kinds = 3; // "fish0" to "fish2"
+
 // Two feeding places at the trough and a drinking place, local to the producer.
 constexpr int spot_count = 3;
 const float spots[spot_count][2] = {{-2.1f, 1.25f}, {-1.5f, 1.3f}, {2.2f, 0.5f}};
@@ -84,7 +86,9 @@ ProducerAnimals::Animal ProducerAnimals::make() {
     Animal a;
     a.node = memnew(Node3D);
     owner->add_child(a.node);
-    a.full = make_model(product, a.node);
+    // A pond holds three kinds.
+    const bool swims = gait == Gait::fins;
+    a.full = make_model(swims ? product + String::num_int64(count() % fish_kinds) : product, a.node);
     a.at = a.goal = yard_spot();
     a.face = between(-std::numbers::pi, std::numbers::pi);
     a.phase = between(0, 6);

@@ -101,7 +101,13 @@ void people(const Add &add) {
 void producer(const Add &add, const Dictionary &entry) {
     const String product = entry.get("product", "");
     add("p_" + product, [product] { drop(Buildings::house(product)); });
-    add("animal_" + product, [product] { drop(Models::animal(product)); });
+    if (product == "fish") { // its ponds hold all three kinds
+        for (const char *kind : {"fish0", "fish1", "fish2"}) {
+            add(String("animal_") + kind, [kind] { drop(Models::animal(kind)); });
+        }
+    } else {
+        add("animal_" + product, [product] { drop(Models::animal(product)); });
+    }
     add("tray", [] { drop(Buildings::tray()); });
     const rules::ProducerKind *row = rules::producer_kind(product.utf8().get_data());
     if (row != nullptr && !row->feed.empty()) {
