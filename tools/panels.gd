@@ -79,13 +79,6 @@ func pictures_of_farm(look: String) -> void:
     hud.set_gold(3)
     hud.show_hint(true)
     await shoot("bars_" + look)
-    await settle(260) # earlier toasts leave
-    hud.toast("GAME SAVED!", 1)
-    hud.toast("NOT ENOUGH MONEY", 0)
-    hud.toast("HIRE GUARDS: A DAY AND A NIGHT GUARD FOR EVERY TWO AREAS", 2)
-    hud._prompt("gift", "A GIFT IS WAITING FOR YOU", "YOUR WAREHOUSE IS FULL, COME COLLECT", "COLLECT", Callable(), Callable(), {"icon": UI.icon("gift"), "auto": false})
-    await shoot("notices_" + look)
-    hud.remove_prompt("gift")
     hud._show_pause()
     await shoot("pause_" + look)
     paused = true
@@ -101,6 +94,13 @@ func pictures_of_farm(look: String) -> void:
     await shoot("victory_" + look)
     hud.close_panel()
     paused = false
+    hud.toast("GAME SAVED!", 1)
+    hud.toast("NOT ENOUGH MONEY", 0)
+    hud.toast("HIRE GUARDS: A DAY AND A NIGHT GUARD FOR EVERY TWO AREAS", 2)
+    hud._prompt("gift", "A GIFT IS WAITING FOR YOU", "YOUR WAREHOUSE IS FULL, COME COLLECT", "COLLECT", Callable(), Callable(), {"icon": UI.icon("gift"), "auto": false})
+    await shoot("notices_" + look)
+    hud.remove_prompt("gift")
+    await settle(260) # the toasts leave before the next pictures
 
 
 func run() -> void:

@@ -22,20 +22,15 @@ const Color soft_ink = Color(0.36f, 0.25f, 0.22f);
 struct Picture {
     const char *word; // a kind or a product
     const char *icon;
-    const char *color;
 };
 
 constexpr std::array<Picture, 28> pictures = {
-    {{"land", "map", "2e7d32"},          {"egg", "egg", "ef6c00"},        {"milk", "cow", "5d4037"},
-     {"fish", "fish", "1565c0"},         {"stack", "basket", "8d6e63"},   {"shoes", "speed", "c62828"},
-     {"magnet", "magnet", "c62828"},     {"feed", "plant", "2e7d32"},     {"stall", "shop", "ad1457"},
-     {"producer", "barn", "b71c1c"},     {"machine", "wrench", "37474f"}, {"factory", "package", "37474f"},
-     {"restaurant", "cheese", "ef6c00"}, {"hauler", "cart", "00695c"},    {"workers", "team", "00695c"},
-     {"crew", "team", "00695c"},         {"waiter", "team", "00695c"},    {"qahwagi", "coffee", "5d4037"},
-     {"ahwa", "coffee", "5d4037"},       {"guards", "shield", "283593"},  {"waterman", "drop", "1565c0"},
-     {"tables", "shop", "6d4c41"},       {"belt", "next", "37474f"},      {"depot", "box", "6d4c41"},
-     {"pantry", "truck", "6d4c41"},      {"dock", "truck", "283593"},     {"homes", "home", "6d4c41"},
-     {"canteen", "bread", "6d4c41"}}};
+    {{"land", "map"},       {"egg", "egg"},         {"milk", "cow"},          {"fish", "fish"},   {"stack", "basket"},
+     {"shoes", "shoes"},    {"magnet", "magnet"},   {"feed", "wheat"},        {"stall", "shop"},  {"producer", "barn"},
+     {"machine", "wrench"}, {"factory", "package"}, {"restaurant", "burger"}, {"hauler", "cart"}, {"workers", "team"},
+     {"crew", "team"},      {"waiter", "team"},     {"qahwagi", "coffee"},    {"ahwa", "coffee"}, {"guards", "shield"},
+     {"waterman", "drop"},  {"tables", "shop"},     {"belt", "belt"},         {"depot", "box"},   {"pantry", "truck"},
+     {"dock", "truck"},     {"homes", "home"},      {"canteen", "bread"}}};
 
 const Picture *find_picture(const String &word) {
     for (const Picture &p : pictures) {
@@ -48,7 +43,7 @@ const Picture *find_picture(const String &word) {
 
 // Animals by what they give, all else by its kind.
 const Picture &picture_of(const Offer &offer) {
-    static constexpr Picture other = {"", "hammer", "5d4037"};
+    static constexpr Picture other = {"", "hammer"};
     if (offer.kind == String("producer")) {
         if (const Picture *p = find_picture(offer.product)) {
             return *p;
@@ -75,7 +70,6 @@ void add_row(Hud *hud, VBoxContainer *content, const Offer &offer) {
     card->add_child(row);
     const Picture &look = picture_of(offer);
     TextureRect *picture = UI::icon_rect(look.icon, 60);
-    picture->set_modulate(UI::hex(look.color));
     row->add_child(picture);
     const double buy_width = 130.0 + 0.4 * (UI::text_size() - 100);
     const double text_width = 600.0 - 24.0 - 60.0 - 76.0 - buy_width - 50.0;

@@ -82,7 +82,6 @@ void HudFrame::build_left(Control *root) {
     money_row->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     money_pill->add_child(money_row);
     TextureRect *bill = UI::icon_rect("money", 50);
-    bill->set_modulate(UI::hex("69d84f"));
     money_row->add_child(bill);
     money_label = UI::label("$0", 44, UI::hex("ffffff"));
     money_label->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED);
@@ -93,7 +92,6 @@ void HudFrame::build_left(Control *root) {
     gold_row->add_theme_constant_override(TM_NAME("separation"), 8);
     gold_pill->add_child(gold_row);
     TextureRect *egg = UI::icon_rect("golden_egg", 40);
-    egg->set_modulate(UI::hex("ffca28"));
     gold_row->add_child(egg);
     gold_label = UI::label("0", 36, UI::hex("ffe082"));
     gold_label->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED);
@@ -318,7 +316,6 @@ void HudFrame::set_mood(double mood) {
     mood_label->set_text("HAPPY " + String::num_int64(shown) + "%");
     mood_label->add_theme_color_override(TM_NAME("font_color"), color);
     mood_icon->set_texture(UI::icon(m >= 0.6 ? "smile" : "sad"));
-    mood_icon->set_modulate(color);
 }
 
 void HudFrame::set_next_goal(const String &text, int64_t have, int64_t need) {

@@ -29,7 +29,6 @@ HBoxContainer *row_of(VBoxContainer *content, const String &text, const String &
     row->set_custom_minimum_size(Vector2(0, 58));
     if (!icon.is_empty()) {
         TextureRect *rect = UI::icon_rect(icon, 38);
-        rect->set_modulate(UI::hex("6d4c41"));
         row->add_child(rect);
     }
     Label *label = UI::label(text, 30, text_color);
@@ -87,7 +86,7 @@ Button *wide_button(Hud *hud, VBoxContainer *content, const char *text, const ch
 }
 
 void add_text_size(Hud *hud, VBoxContainer *content) {
-    HBoxContainer *row = row_of(content, "TEXT SIZE", "zoom_in");
+    HBoxContainer *row = row_of(content, "TEXT SIZE", "text_size");
     Button *b = UI::button(String::num_int64(UI::text_size()) + "%", UI::hex("00897b"), 28, Vector2(160, 72));
     b->set_name("TextSize");
     b->connect(TM_NAME("pressed"), UI::callback(hud, [hud] {
@@ -191,7 +190,7 @@ void fill_pause_panel(Hud *hud, VBoxContainer *content) {
     add_switch(hud, content, "NOTIFICATIONS", "bell", "notify_on");
     add_switch(hud, content, "VIBRATION", "phone", "vibrate_on");
     add_volume(content, "MUSIC", "music", "music");
-    add_volume(content, "AMBIENCE", "cloud", "ambience");
+    add_volume(content, "AMBIENCE", "tree", "ambience");
     add_volume(content, "EFFECTS", "sound", "effects");
     add_volume(content, "VOICE", "mic", "voice");
     HBoxContainer *language = row_of(content, "LANGUAGE", "lang");
@@ -212,7 +211,7 @@ void fill_how_to_panel(VBoxContainer *content) {
         {"plant", "WALK THROUGH RIPE CROPS TO CUT THEM. THEY STACK UP ON YOUR BACK."},
         {"basket", "STAND AT A STALL TO PUT YOUR GOODS ON IT. CUSTOMERS COME AND PAY."},
         {"money", "WALK OVER THE MONEY TO COLLECT IT."},
-        {"up", "STAND ON A PRICE TILE TO BUY. IT FILLS UP AND BUILDS."},
+        {"tile", "STAND ON A PRICE TILE TO BUY. IT FILLS UP AND BUILDS."},
         {"egg", "FEED THE HENS AND THEY LAY EGGS. EGGS SELL FOR MORE THAN CORN."},
         {"team", "HIRE HELPERS TO CARRY FOR YOU, AND UPGRADE EVERYTHING."},
         {"save", "THE GAME SAVES BY ITSELF."},
@@ -221,7 +220,6 @@ void fill_how_to_panel(VBoxContainer *content) {
         HBoxContainer *row = memnew(HBoxContainer);
         row->add_theme_constant_override(TM_NAME("separation"), 18);
         TextureRect *icon = UI::icon_rect(line.icon, 54);
-        icon->set_modulate(UI::hex("ef6c00"));
         row->add_child(icon);
         row->add_child(UI::text_line(line.text, 27, text_color, 510));
         content->add_child(row);

@@ -103,7 +103,6 @@ void Loading::build_display() {
     TextureRect *icon = UI::icon_rect("star", 52);
     if (icon != nullptr) {
         icon->set_pivot_offset(Vector2(26, 26));
-        icon->set_modulate(UI::hex("ffd54f"));
         row->add_child(icon);
         star = icon;
     }
