@@ -56,6 +56,7 @@
 #include "game/art/grill_food.h"
 #include "game/art/home_models.h"
 #include "game/art/icon_models.h"
+#include "game/art/icons.h"
 #include "game/art/models.h"
 #include "game/art/pet_models.h"
 #include "game/art/prim_store.h"
@@ -66,6 +67,7 @@
 #include "game/interface/hud.h"
 #include "game/interface/joystick.h"
 #include "game/interface/menu.h"
+#include "game/interface/star_badge.h"
 #include "game/interface/title_scene.h"
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
@@ -98,6 +100,7 @@ void add(const char *name) {
 // Before the first class: values of engine types cannot exist any earlier.
 void setup_statics() {
     Hud::setup_statics();
+    Icons::setup_statics();
     Models::setup_statics();
     Customer::setup_statics();
     Decor::setup_statics();
@@ -168,6 +171,7 @@ void register_game_classes() {
     TM_ADD(HomeModels);
     TM_ADD(Hud);
     TM_ADD(IconModels);
+    TM_ADD(Icons);
     TM_ADD(Item);
     TM_ADD(ItemBatch);
     TM_ADD(Joystick);
@@ -190,6 +194,7 @@ void register_game_classes() {
     TM_ADD(Sfx);
     TM_ADD(ShadowCull);
     TM_ADD(StackCarrier);
+    add<Hud::StarBadge>("StarBadge");
     TM_ADD(SupplyVan);
     TM_ADD(TitleScene);
     TM_ADD(TruckDepot);

@@ -32,6 +32,9 @@ func settle(frames := SETTLE) -> void:
 
 func shoot(name: String) -> void:
     await settle()
+    while Icons.waiting() > 0: # pictures of goods, one a frame
+        await process_frame
+    await process_frame
     var image := root.get_texture().get_image()
     image.resize(image.get_width() / 2, image.get_height() / 2, Image.INTERPOLATE_LANCZOS)
     image.save_png("%s/%s_%s.png" % [into, form, name])

@@ -109,6 +109,33 @@ TEST_F(HudTest, SameToastThreeTimesIsOneRow) {
     EXPECT_EQ(label_of(hud, "GAME SAVED!"), nullptr);
 }
 
+TEST_F(HudTest, ToastsFollowAChangeOfLanguage) {
+    const String english = "GAME SAVED!";
+    const String arabic = String::utf8("اللعبة اتحفظت!");
+    hud->toast(english, 1);
+    step(2); // still sliding in
+    Lang::apply("ar");
+    EXPECT_EQ(label_of(hud, english), nullptr);
+    Label *label = label_of(hud, arabic);
+    ASSERT_NE(label, nullptr);
+    step(30);
+    Control *slot = Object::cast_to<Control>(hud->get_lane()->get_child(0));
+    Control *panel = Object::cast_to<Control>(slot->get_child(0));
+    EXPECT_EQ(slot->get_custom_minimum_size(), panel->get_combined_minimum_size()) << "as large as its new text asks";
+    EXPECT_EQ(panel->get_size(), panel->get_combined_minimum_size());
+    EXPECT_EQ(panel->get_modulate().a, 1.0f);
+    EXPECT_TRUE(Object::cast_to<Control>(label->get_parent())->is_layout_rtl());
+    hud->toast(english, 1);
+    EXPECT_EQ(hud->get_lane()->get_child_count(), 1) << "it is still the same toast";
+    Lang::apply("en");
+    EXPECT_NE(label_of(hud, english), nullptr);
+    EXPECT_FALSE(Object::cast_to<Control>(label->get_parent())->is_layout_rtl());
+    step_seconds(2.6); // the row of the counted one leaves
+    Lang::apply("ar");
+    step_seconds(2.0);
+    EXPECT_EQ(hud->get_lane()->get_child_count(), 0) << "a change in the middle of leaving keeps nobody here";
+}
+
 TEST_F(HudTest, QueuedToastsComeUpWhenRowsLeave) {
     struct Screen {
         Vector2i size;

@@ -38,6 +38,7 @@ public:
     Dictionary get_data() const { return data; }
     String entry_id() const { return entry_key; }
     String entry_kind() const { return entry_type; }
+    String product() const { return data.get("product", String()); }
     int64_t get_total() const { return drain.total; }
     int64_t get_paid() const { return drain.paid; }
     void set_paid(int64_t v) { drain.paid = rules::paid_at_setup(v, drain.total); }

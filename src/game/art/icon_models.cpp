@@ -329,6 +329,30 @@ void trophy(Node3D *at, const String &) {
     }
 }
 
+struct Row {
+    const char *kind;
+    void (*build)(Node3D *, const String &);
+};
+
+constexpr Row rows[] = {
+    {"producer", producer},   {"stall", stall},     {"machine", machine},     {"factory", machine},
+    {"restaurant", plate_of}, {"crew", crew},       {"depot", depot},         {"belt", belt},
+    {"field", field},         {"workers", workers}, {"harvester", harvester}, {"waterman", waterman},
+    {"hauler", hauler},       {"tables", tables},   {"pantry", truck},        {"waiter", waiter},
+    {"stack", big_stack},     {"shoes", shoes},     {"feed", feed},           {"magnet", magnet},
+    {"truck", truck},         {"land", land},       {"homes", home},          {"ahwa", coffee_house},
+    {"canteen", canteen},     {"qahwagi", waiter},  {"service", wrench},      {"security", shield},
+    {"guards", guard},        {"final", trophy}};
+
+const Row *row_of(const String &kind) {
+    for (const Row &row : rows) {
+        if (kind == String(row.kind)) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 MeshInstance3D *IconModels::star(float outer, float inner, float thick, const Color &color, const Vector3 &pos,
@@ -336,28 +360,17 @@ MeshInstance3D *IconModels::star(float outer, float inner, float thick, const Co
     return Models::mesh_instance(star_mesh(outer, inner, thick), color, pos, parent);
 }
 
+bool IconModels::knows(const String &kind) {
+    return row_of(kind) != nullptr;
+}
+
 Node3D *IconModels::tile_icon(const String &kind, const String &product) {
-    struct Row {
-        const char *kind;
-        void (*build)(Node3D *, const String &);
-    };
-    static const Row rows[] = {
-        {"producer", producer},   {"stall", stall},     {"machine", machine},     {"factory", machine},
-        {"restaurant", plate_of}, {"crew", crew},       {"depot", depot},         {"belt", belt},
-        {"field", field},         {"workers", workers}, {"harvester", harvester}, {"waterman", waterman},
-        {"hauler", hauler},       {"tables", tables},   {"pantry", truck},        {"waiter", waiter},
-        {"stack", big_stack},     {"shoes", shoes},     {"feed", feed},           {"magnet", magnet},
-        {"truck", truck},         {"land", land},       {"homes", home},          {"ahwa", coffee_house},
-        {"canteen", canteen},     {"qahwagi", waiter},  {"service", wrench},      {"security", shield},
-        {"guards", guard},        {"final", trophy}};
     Node3D *root = memnew(Node3D);
-    for (const Row &row : rows) {
-        if (kind == String(row.kind)) {
-            row.build(root, product);
-            return root;
-        }
+    if (const Row *row = row_of(kind)) {
+        row->build(root, product);
+    } else {
+        house_parts::crate(root, Vector3(), 1.4f, 15);
     }
-    house_parts::crate(root, Vector3(), 1.4f, 15);
     return root;
 }
 

@@ -20,6 +20,8 @@ protected:
 public:
     // An unbaked tree about 1.3 wide and 1 tall on y 0, for merging into a tile's plate. `product` may be empty.
     static Node3D *tile_icon(const String &kind, const String &product);
+    // A kind that has an icon of its own; tile_icon shows a crate for any other.
+    static bool knows(const String &kind);
     // Five-pointed star of two radii, `thick` deep, facing +z.
     static MeshInstance3D *star(float outer, float inner, float thick, const Color &color, const Vector3 &pos,
                                 Node *parent);

@@ -1,13 +1,12 @@
 #include "game/interface/build_panel.h"
 
-#include <array>
-
 #include <godot_cpp/classes/button.hpp>
 #include <godot_cpp/classes/h_box_container.hpp>
 #include <godot_cpp/classes/label.hpp>
 #include <godot_cpp/classes/panel_container.hpp>
 #include <godot_cpp/classes/texture_rect.hpp>
 
+#include "game/art/icons.h"
 #include "game/interface/hud.h"
 #include "game/kit/ui.h"
 #include "game/ports/offers.h"
@@ -19,39 +18,7 @@ namespace {
 const Color ink = Color(0.16f, 0.20f, 0.25f);
 const Color soft_ink = Color(0.36f, 0.25f, 0.22f);
 
-struct Picture {
-    const char *word; // a kind or a product
-    const char *icon;
-};
-
-constexpr std::array<Picture, 28> pictures = {
-    {{"land", "map"},       {"egg", "egg"},         {"milk", "cow"},          {"fish", "fish"},   {"stack", "basket"},
-     {"shoes", "shoes"},    {"magnet", "magnet"},   {"feed", "wheat"},        {"stall", "shop"},  {"producer", "barn"},
-     {"machine", "wrench"}, {"factory", "package"}, {"restaurant", "burger"}, {"hauler", "cart"}, {"workers", "team"},
-     {"crew", "team"},      {"waiter", "team"},     {"qahwagi", "coffee"},    {"ahwa", "coffee"}, {"guards", "shield"},
-     {"waterman", "drop"},  {"tables", "shop"},     {"belt", "belt"},         {"depot", "box"},   {"pantry", "truck"},
-     {"dock", "truck"},     {"homes", "home"},      {"canteen", "bread"}}};
-
-const Picture *find_picture(const String &word) {
-    for (const Picture &p : pictures) {
-        if (word == String(p.word)) {
-            return &p;
-        }
-    }
-    return nullptr;
-}
-
-// Animals by what they give, all else by its kind.
-const Picture &picture_of(const Offer &offer) {
-    static constexpr Picture other = {"", "hammer"};
-    if (offer.kind == String("producer")) {
-        if (const Picture *p = find_picture(offer.product)) {
-            return *p;
-        }
-    }
-    const Picture *p = find_picture(offer.kind);
-    return p != nullptr ? *p : other;
-}
+constexpr double picture_side = 76;
 
 void told(Hud *hud, const String &refusal) {
     if (!refusal.is_empty()) {
@@ -68,11 +35,9 @@ void add_row(Hud *hud, VBoxContainer *content, const Offer &offer) {
     HBoxContainer *row = memnew(HBoxContainer);
     row->add_theme_constant_override(TM_NAME("separation"), 10);
     card->add_child(row);
-    const Picture &look = picture_of(offer);
-    TextureRect *picture = UI::icon_rect(look.icon, 60);
-    row->add_child(picture);
+    row->add_child(Icons::rect(Icons::thing_key(offer.kind, offer.product), picture_side));
     const double buy_width = 130.0 + 0.4 * (UI::text_size() - 100);
-    const double text_width = 600.0 - 24.0 - 60.0 - 76.0 - buy_width - 50.0;
+    const double text_width = 600.0 - 24.0 - picture_side - 76.0 - buy_width - 50.0;
     VBoxContainer *texts = memnew(VBoxContainer);
     texts->add_theme_constant_override(TM_NAME("separation"), 0);
     texts->set_h_size_flags(Control::SIZE_EXPAND_FILL);

@@ -89,7 +89,8 @@ void Hud::_bind_methods() {
     ClassDB::bind_method(D_METHOD("set_gold", "eggs"), &Hud::set_gold);
     ClassDB::bind_method(D_METHOD("set_level_line", "level", "percent"), &Hud::set_level_line);
     ClassDB::bind_method(D_METHOD("set_mood", "mood"), &Hud::set_mood);
-    ClassDB::bind_method(D_METHOD("set_next_goal", "text", "have", "need"), &Hud::set_next_goal);
+    ClassDB::bind_method(D_METHOD("set_next_goal", "text", "have", "need", "picture"), &Hud::set_next_goal,
+                         DEFVAL(String()));
     ClassDB::bind_method(D_METHOD("show_hint", "on"), &Hud::show_hint);
     ClassDB::bind_method(D_METHOD("joystick"), &Hud::joystick);
     ClassDB::bind_method(D_METHOD("offer_panel", "name", "open"), &Hud::offer_panel);
@@ -164,6 +165,9 @@ void Hud::_notification(int what) {
     if (what == translation_changed && root != nullptr) {
         UI::mirror(root);
         _relayout();
+        if (toasts) {
+            toasts->follow_language();
+        }
         if (panels && panels->is_open()) {
             // Texts that were laid out for the other direction are made anew once the press is over.
             call_deferred(TM_NAME("refresh_panel"));
@@ -412,9 +416,9 @@ void Hud::set_mood(double mood) {
     }
 }
 
-void Hud::set_next_goal(const String &text, int64_t have, int64_t need) {
+void Hud::set_next_goal(const String &text, int64_t have, int64_t need, const String &picture) {
     if (frame) {
-        frame->set_next_goal(text, have, need);
+        frame->set_next_goal(text, have, need, picture);
     }
 }
 

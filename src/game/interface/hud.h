@@ -34,6 +34,8 @@ class Hud : public CanvasLayer, public Notices {
     GDCLASS(Hud, CanvasLayer)
 
 public:
+    class StarBadge; // star_badge.h
+
     Hud();
     ~Hud() override;
 
@@ -66,7 +68,8 @@ public:
     void set_gold(int64_t eggs);
     void set_level_line(int level, int percent);
     void set_mood(double mood); // mean happiness, 0 .. 1; negative hides the chip
-    void set_next_goal(const String &text, int64_t have, int64_t need); // empty text hides the strip
+    // Empty text hides the strip; `picture` is a key of Icons, "" for a flag.
+    void set_next_goal(const String &text, int64_t have, int64_t need, const String &picture = String());
     void show_hint(bool on); // "DRAG TO MOVE"; ends for good once the player has walked
     Joystick *joystick() const { return stick; }
 

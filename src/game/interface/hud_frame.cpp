@@ -8,6 +8,7 @@
 #include <godot_cpp/classes/tween.hpp>
 #include <godot_cpp/core/object.hpp>
 
+#include "game/art/icons.h"
 #include "game/interface/hud.h"
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
@@ -17,6 +18,8 @@ namespace tilm {
 namespace {
 
 const Color pill_dark(0.10f, 0.13f, 0.22f, 0.82f);
+constexpr double goal_flag = 30.0;
+constexpr double goal_thing = 52.0;            // a picture shows more than a sign does
 constexpr double money_write_gap = 1.0 / 30.0; // the counter's text changes at most this often
 
 Panel *bar_fill(Control *track, const Color &color) {
@@ -98,10 +101,17 @@ void HudFrame::build_left(Control *root) {
     gold_row->add_child(gold_label);
     gold_pill->set_visible(false);
 
-    PanelContainer *level_pill = pill(left_box, pill_dark);
+    level_pill = pill(left_box, pill_dark);
+    HBoxContainer *level_row = memnew(HBoxContainer);
+    level_row->add_theme_constant_override(TM_NAME("separation"), 10);
+    level_pill->add_child(level_row);
+    level_star = memnew(Hud::StarBadge);
+    level_star->set_custom_minimum_size(Vector2(48, 48));
+    level_row->add_child(level_star);
     VBoxContainer *level_column = memnew(VBoxContainer);
     level_column->add_theme_constant_override(TM_NAME("separation"), 3);
-    level_pill->add_child(level_column);
+    level_column->set_v_size_flags(Control::SIZE_SHRINK_CENTER);
+    level_row->add_child(level_column);
     level_label = UI::label("", 28, UI::hex("ffd54f"));
     level_column->add_child(level_label);
     level_fill = bar_fill(bar_track(level_column, 250, 12), UI::hex("ffb300"));
@@ -197,7 +207,8 @@ void HudFrame::build_goal(Hud *hud) {
     column->add_child(row);
     row->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     column->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
-    row->add_child(UI::icon_rect("flag", 30));
+    goal_picture = UI::icon_rect("flag", goal_flag);
+    row->add_child(goal_picture);
     goal_label = UI::label("", 26, UI::hex("ffffff"));
     goal_label->set_h_size_flags(Control::SIZE_EXPAND_FILL);
     goal_label->set_horizontal_alignment(HORIZONTAL_ALIGNMENT_LEFT);
@@ -291,11 +302,14 @@ void HudFrame::set_level_line(int new_level, int new_percent) {
     if (new_level == level && new_percent == percent) {
         return;
     }
+    if (level >= 0 && new_level > level) {
+        level_star->jump();
+    }
     level = new_level;
     percent = new_percent;
     level_label->set_text("LV " + String::num_int64(level) + "  MY FARM " + String::num_int64(percent) + "%");
     set_fill(level_fill, percent / 100.0);
-    Object::cast_to<Control>(level_label->get_parent()->get_parent())->set_visible(true);
+    level_pill->set_visible(true);
 }
 
 void HudFrame::set_mood(double mood) {
@@ -318,8 +332,8 @@ void HudFrame::set_mood(double mood) {
     mood_icon->set_texture(UI::icon(m >= 0.6 ? "smile" : "sad"));
 }
 
-void HudFrame::set_next_goal(const String &text, int64_t have, int64_t need) {
-    if (text == goal_text && have == goal_have && need == goal_need) {
+void HudFrame::set_next_goal(const String &text, int64_t have, int64_t need, const String &picture) {
+    if (text == goal_text && have == goal_have && need == goal_need && picture == goal_key) {
         return;
     }
     goal_have = have;
@@ -333,6 +347,12 @@ void HudFrame::set_next_goal(const String &text, int64_t have, int64_t need) {
         goal_text = text;
         goal_label->set_text("NEXT: " + text.get_slice("\n", 0));
         fit_goal();
+    }
+    if (picture != goal_key) {
+        goal_key = picture;
+        const float side = picture.is_empty() ? goal_flag : goal_thing;
+        goal_picture->set_texture(picture.is_empty() ? UI::icon("flag") : Icons::of(picture));
+        goal_picture->set_custom_minimum_size(Vector2(side, side));
     }
     const int64_t shown = std::clamp<int64_t>(have, 0, std::max<int64_t>(need, 0));
     goal_count->set_text(UI::money_short(shown) + "/" + UI::money_short(need).trim_prefix("$"));
@@ -386,7 +406,7 @@ void HudFrame::relayout(const Vector2 &screen) {
         }
     }
     // Beside the text: buttons of the other side, flag, margins, and the count while it stands in the same line.
-    const double around = large ? 250.0 : 430.0;
+    const double around = (large ? 250.0 : 430.0) + goal_thing - goal_flag;
     goal_room = std::max(160.0, (wide ? 0.4 * screen.x : screen.x) - around);
     fit_goal();
     hint->set_offset(SIDE_BOTTOM, wide ? -60 : -150);

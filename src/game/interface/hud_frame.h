@@ -12,10 +12,10 @@
 #include <godot_cpp/classes/texture_rect.hpp>
 #include <godot_cpp/classes/v_box_container.hpp>
 
+#include "game/interface/star_badge.h"
+
 namespace tilm {
 using namespace godot;
-
-class Hud;
 
 class HudFrame {
 public:
@@ -25,7 +25,7 @@ public:
     void set_gold(int64_t eggs);
     void set_level_line(int level, int percent);
     void set_mood(double mood);
-    void set_next_goal(const String &text, int64_t have, int64_t need);
+    void set_next_goal(const String &text, int64_t have, int64_t need, const String &picture);
     void show_hint(bool on);
     bool hint_shown() const { return hint != nullptr && hint->is_visible(); }
     void step(double delta);
@@ -65,12 +65,15 @@ private:
     Label *money_label = nullptr;
     PanelContainer *gold_pill = nullptr;
     Label *gold_label = nullptr;
+    PanelContainer *level_pill = nullptr;
+    Hud::StarBadge *level_star = nullptr;
     Label *level_label = nullptr;
     Panel *level_fill = nullptr;
     PanelContainer *mood_pill = nullptr;
     Label *mood_label = nullptr;
     TextureRect *mood_icon = nullptr;
     PanelContainer *goal_pill = nullptr;
+    TextureRect *goal_picture = nullptr;
     Label *goal_label = nullptr;
     Label *goal_count = nullptr;
     Panel *goal_fill = nullptr;
@@ -91,6 +94,7 @@ private:
     int mood_percent = -2;
     int mood_band = -1; // sad, fair, happy
     String goal_text;
+    String goal_key; // of its picture
     int64_t goal_have = -1;
     int64_t goal_need = -1;
     double time = 0.0;

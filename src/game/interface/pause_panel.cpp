@@ -9,6 +9,7 @@
 #include <godot_cpp/classes/input_event_mouse_motion.hpp>
 #include <godot_cpp/classes/label.hpp>
 
+#include "game/art/icons.h"
 #include "game/interface/hud.h"
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
@@ -203,25 +204,28 @@ void fill_pause_panel(Hud *hud, VBoxContainer *content) {
 
 void fill_how_to_panel(VBoxContainer *content) {
     struct Line {
-        const char *icon;
+        const char *icon;    // a sign
+        const char *picture; // a key of Icons, where things say more than signs
         const char *text;
     };
     static constexpr Line lines[] = {
-        {"hi", "DRAG ANYWHERE TO WALK. ON A KEYBOARD USE THE ARROW KEYS OR W A S D."},
-        {"plant", "WALK THROUGH RIPE CROPS TO CUT THEM. THEY STACK UP ON YOUR BACK."},
-        {"basket", "STAND AT A STALL TO PUT YOUR GOODS ON IT. CUSTOMERS COME AND PAY."},
-        {"money", "WALK OVER THE MONEY TO COLLECT IT."},
-        {"tile", "STAND ON A PRICE TILE TO BUY. IT FILLS UP AND BUILDS."},
-        {"egg", "FEED THE HENS AND THEY LAY EGGS. EGGS SELL FOR MORE THAN CORN."},
-        {"team", "HIRE HELPERS TO CARRY FOR YOU, AND UPGRADE EVERYTHING."},
-        {"save", "THE GAME SAVES BY ITSELF."},
+        {"hi", "", "DRAG ANYWHERE TO WALK. ON A KEYBOARD USE THE ARROW KEYS OR W A S D."},
+        {"", "item_corn", "WALK THROUGH RIPE CROPS TO CUT THEM. THEY STACK UP ON YOUR BACK."},
+        {"", "icon_stall_egg", "STAND AT A STALL TO PUT YOUR GOODS ON IT. CUSTOMERS COME AND PAY."},
+        {"", "money_bill", "WALK OVER THE MONEY TO COLLECT IT."},
+        {"tile", "", "STAND ON A PRICE TILE TO BUY. IT FILLS UP AND BUILDS."},
+        {"", "icon_producer_egg", "FEED THE HENS AND THEY LAY EGGS. EGGS SELL FOR MORE THAN CORN."},
+        {"", "icon_workers", "HIRE HELPERS TO CARRY FOR YOU, AND UPGRADE EVERYTHING."},
+        {"save", "", "THE GAME SAVES BY ITSELF."},
     };
     for (const Line &line : lines) {
         HBoxContainer *row = memnew(HBoxContainer);
         row->add_theme_constant_override(TM_NAME("separation"), 18);
-        TextureRect *icon = UI::icon_rect(line.icon, 54);
+        const bool thing = line.picture[0] != '\0';
+        TextureRect *icon = thing ? Icons::rect(line.picture, 64) : UI::icon_rect(line.icon, 54);
+        icon->set_custom_minimum_size(Vector2(64, icon->get_custom_minimum_size().y));
         row->add_child(icon);
-        row->add_child(UI::text_line(line.text, 27, text_color, 510));
+        row->add_child(UI::text_line(line.text, 27, text_color, 500));
         content->add_child(row);
     }
 }

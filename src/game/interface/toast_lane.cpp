@@ -6,7 +6,6 @@
 #include <godot_cpp/classes/h_box_container.hpp>
 #include <godot_cpp/classes/panel_container.hpp>
 #include <godot_cpp/classes/property_tweener.hpp>
-#include <godot_cpp/classes/tween.hpp>
 
 #include "game/kit/lang.h"
 #include "game/kit/ui.h"
@@ -111,10 +110,33 @@ void ToastLane::sync() {
     }
 }
 
+// Wrapped by its translation, so that the row has its whole size at once.
+void ToastLane::write(Row &row) const {
+    UI::mirror(row.line);
+    row.label->set_text(UI::wrapped(Lang::t(row.text), font_size, text_room));
+}
+
+void ToastLane::follow_language() {
+    for (auto &[id, row] : shown) {
+        write(row);
+        if (row.slot->has_meta(TM_NAME("out"))) {
+            continue; // it goes as large as it was
+        }
+        if (row.entrance.is_valid()) {
+            row.entrance->kill();
+        }
+        const Vector2 size = row.panel->get_combined_minimum_size();
+        row.slot->set_custom_minimum_size(size);
+        row.panel->set_position(Vector2());
+        row.panel->set_size(size);
+        row.panel->set_modulate(Color(1, 1, 1));
+    }
+}
+
 ToastLane::Row ToastLane::make_row(const rules::ToastQueue::Toast &toast) {
-    const String text = String::utf8(toast.text.data(), static_cast<int64_t>(toast.text.size()));
     const Look &look = look_of(toast.level);
     Row row;
+    row.text = String::utf8(toast.text.data(), static_cast<int64_t>(toast.text.size()));
     row.slot = memnew(Control);
     row.slot->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
     row.slot->set_clip_contents(false);
@@ -127,13 +149,13 @@ ToastLane::Row ToastLane::make_row(const rules::ToastQueue::Toast &toast) {
     HBoxContainer *line = memnew(HBoxContainer);
     line->add_theme_constant_override(TM_NAME("separation"), 12);
     line->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
-    UI::mirror(line);
+    row.line = line;
     panel->add_child(line);
     if (look.glyph[0] != '\0') {
         line->add_child(UI::glyph(look.glyph, 34, UI::hex("ffffff")));
     }
-    // Wrapped by its translation, so that the row has its whole size at once.
-    Label *label = UI::label(UI::wrapped(Lang::t(text), font_size, text_room), font_size);
+    Label *label = UI::label("", font_size);
+    row.label = label;
     label->set_auto_translate_mode(Node::AUTO_TRANSLATE_MODE_DISABLED);
     line->add_child(label);
     row.count = UI::label("", font_size, UI::hex("ffd54f"));
@@ -142,11 +164,11 @@ ToastLane::Row ToastLane::make_row(const rules::ToastQueue::Toast &toast) {
     line->add_child(row.count);
     // A row is as large as it came: another text size is for the next ones.
     label->remove_meta(TM_NAME("text_size"));
+    write(row);
     row.count->remove_meta(TM_NAME("text_size"));
     row.slot->add_child(panel);
     lane->add_child(row.slot);
     const Vector2 size = panel->get_combined_minimum_size();
-    row.height = size.y;
     row.slot->set_custom_minimum_size(Vector2(size.x, 0));
     row.slot->set_h_size_flags(Control::SIZE_SHRINK_CENTER);
     panel->set_size(size);
@@ -154,8 +176,9 @@ ToastLane::Row ToastLane::make_row(const rules::ToastQueue::Toast &toast) {
     panel->set_position(Vector2(0, -26));
     panel->set_modulate(Color(1, 1, 1, 0));
     const Ref<Tween> tween = row.slot->create_tween();
+    row.entrance = tween;
     tween->set_parallel(true);
-    tween->tween_property(row.slot, NodePath("custom_minimum_size:y"), row.height, slide)
+    tween->tween_property(row.slot, NodePath("custom_minimum_size:y"), size.y, slide)
         ->set_trans(Tween::TRANS_CUBIC)
         ->set_ease(Tween::EASE_OUT);
     tween->tween_property(panel, NodePath("position:y"), 0.0, slide)

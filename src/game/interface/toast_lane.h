@@ -5,6 +5,7 @@
 
 #include <godot_cpp/classes/control.hpp>
 #include <godot_cpp/classes/label.hpp>
+#include <godot_cpp/classes/tween.hpp>
 #include <godot_cpp/classes/v_box_container.hpp>
 
 #include "rules/toast_queue.h"
@@ -21,6 +22,7 @@ public:
     void relayout(const Vector2 &screen);
     void keep_below(double bars_end); // of a tall screen: its bars take the whole width
     void make_way(bool panel_open);   // an open panel's title must stay readable
+    void follow_language();           // rows on the screen are written anew
 
     int rows() const { return static_cast<int>(queue.lane().size()); }
     int waiting() const { return static_cast<int>(queue.waiting()); }
@@ -30,11 +32,15 @@ private:
     struct Row {
         Control *slot = nullptr;
         Control *panel = nullptr;
+        Control *line = nullptr;
+        Label *label = nullptr;
         Label *count = nullptr;
-        double height = 0.0;
+        Ref<Tween> entrance;
+        String text; // untranslated
     };
     void sync();
     Row make_row(const rules::ToastQueue::Toast &toast);
+    void write(Row &row) const;
     void leave(int id);
 
     rules::ToastQueue queue;

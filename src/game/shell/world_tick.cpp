@@ -12,6 +12,7 @@
 #include "game/actors/stack_carrier.h"
 #include "game/actors/truck_depot.h"
 #include "game/actors/unlock_tile.h"
+#include "game/art/icons.h"
 #include "game/automation/bot_actions.h"
 #include "game/interface/hud.h"
 #include "game/interface/joystick.h"
@@ -79,7 +80,8 @@ void World::_process(double delta) {
             UnlockTile *aim = asked != nullptr ? asked : purchases.next_tile();
             arrow.aim(aim != nullptr, aim ? aim->get_position() : Vector3());
             const UnlockTile *goal = aim != nullptr ? aim : purchases.cheapest_tile();
-            hud_node->set_next_goal(goal ? goal->get_title() : String(), money, goal ? goal->remaining() : 0);
+            hud_node->set_next_goal(goal ? goal->get_title() : String(), money, goal ? goal->remaining() : 0,
+                                    goal ? Icons::thing_key(goal->entry_kind(), goal->product()) : String());
         }
         arrow.step(player->get_position(), delta);
     }
