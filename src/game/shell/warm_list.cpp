@@ -188,7 +188,7 @@ void common(const Add &add) {
         const String key = String("item_") + String(kinds[i]);
         add(key, [key] { Models::item_mesh(key); });
     }
-    for (const char *piece : {"money_bill", "money_case"}) {
+    for (const char *piece : {"money_bill", "money_gold", "money_case"}) {
         add(piece, [piece] { Models::item_mesh(piece); });
     }
     add("tree", [] { drop(Models::any_tree(0.1f)); });
