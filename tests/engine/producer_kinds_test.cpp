@@ -142,6 +142,7 @@ TEST_F(ProducerKindTest, WatchedOrNotItMakesTheSameInTenMinutes) {
             SCOPED_TRACE(std::string(c.product) + " at level " + std::to_string(level));
             int made[2] = {};
             for (const bool seen : {true, false}) {
+                UtilityFunctions::seed(11); // where the hand looks differs a little from run to run
                 Producer *p = make(c.product, "eggs", level);
                 Glebworks::set_view(seen ? Rect2(-20, -20, 60, 40) : Rect2(900, 900, 10, 10));
                 made[seen] = output(p, 600);
