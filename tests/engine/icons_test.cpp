@@ -9,6 +9,7 @@
 #include "game/data/farm_data.h"
 #include "game/interface/hud.h"
 #include "game/interface/star_badge.h"
+#include "game/shell/offer_desk.h"
 
 using namespace tilm;
 
@@ -68,10 +69,37 @@ TEST(IconsHeadless, EveryGoodAndEveryPlannedThingHasAModel) {
         const Dictionary entry = plan[i];
         const String key = Icons::thing_key(entry.get("kind", ""), entry.get("product", ""));
         EXPECT_TRUE(Icons::knows(key)) << key;
+        const String good = good_of_entry(entry);
+        EXPECT_TRUE(good.is_empty() || Icons::knows("item_" + good)) << good;
     }
     EXPECT_FALSE(Icons::knows(""));
     EXPECT_FALSE(Icons::knows("item_"));
     EXPECT_FALSE(Icons::knows("icon_"));
+}
+
+TEST(IconsHeadless, OffersTellTheirGood) {
+    const std::pair<const char *, const char *> wanted[] = {{"coop_a", "egg"},
+                                                            {"field_corn", "corn"},
+                                                            {"corn_workers", "corn"},
+                                                            {"wheat_harvester", "wheat"},
+                                                            {"corn_feeder", "corn"},
+                                                            {"bread_factory_belt", "bread"},
+                                                            {"truck", ""},
+                                                            {"truck_loader", ""},
+                                                            {"bread_factory_crew", "bread"},
+                                                            {"food_depot", ""},
+                                                            {"land_mill", ""},
+                                                            {"stall_hay", "hay"}};
+    for (const auto &[id, good] : wanted) {
+        const Dictionary entry = FarmData::entry_by_id(id);
+        ASSERT_FALSE(entry.is_empty()) << id;
+        EXPECT_EQ(good_of_entry(entry), String(good)) << id;
+    }
+    Dictionary odd;
+    odd["kinds"] = 7;
+    odd["product"] = "unicorn";
+    odd["field"] = "nowhere";
+    EXPECT_EQ(good_of_entry(odd), String());
 }
 
 TEST(IconsHeadless, AKeptPictureIsServedFromThenOn) {

@@ -12,6 +12,7 @@
 #include <godot_cpp/classes/line_edit.hpp>
 #include <godot_cpp/classes/scroll_container.hpp>
 #include <godot_cpp/classes/sub_viewport.hpp>
+#include <godot_cpp/classes/texture_rect.hpp>
 
 #include "engine_test.h"
 #include "fake_store.h"
@@ -188,10 +189,10 @@ class PanelsTest : public testing::Test {
 protected:
     void SetUp() override {
         Lang::setup();
-        offers.rows = {
-            {"coop_b", "COOP", "producer", "egg", "EGG FARM", 90, 12, true},
-            {"homes", "ANOTHER WORKERS' HOME", "homes", "", "CATTLE RANCH", 1250000, 140, false},
-            {"mill", "BIGGER INPUT LV4\nHELPER IS THE LIMIT", "machine", "flour", "FOOD FACTORY", 8400, 3, false}};
+        offers.rows = {{"coop_b", "COOP", "producer", "egg", "EGG FARM", 90, 12, true, "egg"},
+                       {"homes", "ANOTHER WORKERS' HOME", "homes", "", "CATTLE RANCH", 1250000, 140, false, ""},
+                       {"mill", "BIGGER INPUT LV4\nHELPER IS THE LIMIT", "machine", "flour", "FOOD FACTORY", 8400, 3,
+                        false, "flour"}};
         garden.rows = {{"flowers", "FLOWER BED", 1, 400, 0, true},
                        {"statue", "GOLDEN HEN STATUE", 6, 139698390, 10, false},
                        {"friends", "FRIENDSHIP STATUE", 8, 0, 1, false}};
@@ -356,6 +357,12 @@ TEST_F(PanelsTest, BuildListBuysAndShows) {
     Hud *hud = hud_in(screen);
     hud->_show_build();
     step(2);
+    int badges = 0;
+    for (TextureRect *picture : all_of<TextureRect>(hud->get_panel_box())) {
+        EXPECT_TRUE(picture->get_texture().is_valid());
+        badges += picture->find_child("Good", false, false) != nullptr ? 1 : 0;
+    }
+    EXPECT_EQ(badges, 1) << "the mill's good; a coop's picture shows its own, homes have none";
     ASSERT_TRUE(press(hud, "$90"));
     EXPECT_EQ(offers.bought, String("coop_b"));
     offers.refusal = "NOT ENOUGH MONEY";

@@ -94,6 +94,7 @@ void add_lamp(Node *at, const Vector3 &turn, const Color &color, float energy) {
 
 IconStudio::IconStudio(Node *home) {
     room = memnew(SubViewport);
+    live_room.set(room);
     room->set_name("IconStudio");
     room->set_size(Vector2i(drawn_side, drawn_side));
     room->set_use_own_world_3d(true);
@@ -122,7 +123,9 @@ IconStudio::IconStudio(Node *home) {
 }
 
 IconStudio::~IconStudio() {
-    room->queue_free();
+    if (live_room) {
+        room->queue_free();
+    }
 }
 
 void IconStudio::pose(const String &key, Node3D *node) {

@@ -9,6 +9,8 @@
 #include <godot_cpp/classes/sub_viewport.hpp>
 #include <godot_cpp/variant/string.hpp>
 
+#include "glebworks/live_ref.h"
+
 namespace tilm {
 using namespace godot;
 
@@ -29,6 +31,7 @@ private:
     void aim(float yaw, float pitch);
 
     SubViewport *room = nullptr;
+    LiveRef<SubViewport> live_room; // null when its home was freed first, and its children with it
     Camera3D *camera = nullptr;
     Node3D *model = nullptr;
     int64_t asked_at = 0; // frames drawn by then

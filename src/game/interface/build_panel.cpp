@@ -18,7 +18,27 @@ namespace {
 const Color ink = Color(0.16f, 0.20f, 0.25f);
 const Color soft_ink = Color(0.36f, 0.25f, 0.22f);
 
-constexpr double picture_side = 76;
+constexpr float picture_side = 76;
+constexpr float badge_side = 40;
+
+// What it looks like, with the good that it is about in its corner where the picture does not show that already.
+Control *picture_of(const Offer &offer) {
+    TextureRect *picture = Icons::rect(Icons::thing_key(offer.kind, offer.product), picture_side);
+    const bool told = offer.kind == String("producer") || offer.kind == String("restaurant");
+    if (offer.good.is_empty() || told) {
+        return picture;
+    }
+    PanelContainer *badge = UI::portrait(badge_side, UI::hex("fffaf0"), Icons::good(offer.good));
+    const Ref<StyleBoxFlat> face = UI::box(UI::hex("fffaf0"), badge_side / 2, UI::hex("a1887f"), 2);
+    face->set_content_margin_all(3);
+    badge->add_theme_stylebox_override(TM_NAME("panel"), face);
+    badge->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
+    badge->set_name("Good");
+    badge->set_position(Vector2(picture_side - badge_side + 4, picture_side - badge_side + 4));
+    badge->set_size(Vector2(badge_side, badge_side));
+    picture->add_child(badge);
+    return picture;
+}
 
 void told(Hud *hud, const String &refusal) {
     if (!refusal.is_empty()) {
@@ -35,7 +55,7 @@ void add_row(Hud *hud, VBoxContainer *content, const Offer &offer) {
     HBoxContainer *row = memnew(HBoxContainer);
     row->add_theme_constant_override(TM_NAME("separation"), 10);
     card->add_child(row);
-    row->add_child(Icons::rect(Icons::thing_key(offer.kind, offer.product), picture_side));
+    row->add_child(picture_of(offer));
     const double buy_width = 130.0 + 0.4 * (UI::text_size() - 100);
     const double text_width = 600.0 - 24.0 - picture_side - 76.0 - buy_width - 50.0;
     VBoxContainer *texts = memnew(VBoxContainer);

@@ -18,6 +18,7 @@ struct Offer {
     int64_t price = 0; // what is left to pay
     int64_t steps = 0; // whole metres from the player
     bool payable = false;
+    String good; // the one good that it is about, "" for none or several
 };
 
 class Offers {

@@ -7,13 +7,44 @@
 #include "game/data/farm_data.h"
 #include "game/shell/world.h"
 #include "names.h"
+#include "safe_read.h"
 
 namespace tilm {
 namespace {
 
 constexpr double look_seconds = 2.5;
 
+String own_good(const Dictionary &entry) {
+    for (const StringName &key : {TM_NAME("product"), TM_NAME("crop")}) {
+        const String kind = entry.get(key, String());
+        if (FarmData::prices().has(kind)) {
+            return kind;
+        }
+    }
+    return String();
+}
+
 } // namespace
+
+String good_of_entry(const Dictionary &entry) {
+    const String own = own_good(entry);
+    if (!own.is_empty()) {
+        return own;
+    }
+    const Variant kinds = entry.get(TM_NAME("kinds"), Variant());
+    if (kinds.get_type() == Variant::ARRAY && as<Array>(kinds).size() == 1) {
+        const String kind = as<Array>(kinds)[0];
+        return FarmData::prices().has(kind) ? kind : String();
+    }
+    // Workers go with their field, belts with their factory.
+    for (const StringName &key : {TM_NAME("field"), TM_NAME("factory")}) {
+        const String id = entry.get(key, String());
+        if (!id.is_empty()) {
+            return own_good(FarmData::entry_by_id(id));
+        }
+    }
+    return String();
+}
 
 OfferDesk::OfferDesk(World &world) : world(world) {
     Offers::set_current(this);
@@ -43,6 +74,7 @@ std::vector<Offer> OfferDesk::list() const {
         offer.title = tile->get_title();
         offer.kind = tile->entry_kind();
         offer.product = entry.get(TM_NAME("product"), String());
+        offer.good = good_of_entry(entry);
         offer.land = FarmData::region_by_id(entry.get(TM_NAME("region"), String())).get(TM_NAME("title"), String());
         offer.price = tile->remaining();
         offer.payable = offer.price <= world.money_now();

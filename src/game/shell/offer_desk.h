@@ -1,11 +1,16 @@
 #pragma once
 // Answers the list of buildings from the price tiles that stand.
 
+#include <godot_cpp/variant/dictionary.hpp>
+
 #include "game/ports/offers.h"
 
 namespace tilm {
 
 class World;
+
+// The good that a plan entry makes, sells, grows or carries; "" for none or several.
+String good_of_entry(const Dictionary &entry);
 
 class OfferDesk : public Offers {
 public:
