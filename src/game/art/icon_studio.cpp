@@ -5,7 +5,7 @@
 #include <godot_cpp/classes/directional_light3d.hpp>
 #include <godot_cpp/classes/engine.hpp>
 #include <godot_cpp/classes/environment.hpp>
-#include <godot_cpp/classes/mesh_instance3d.hpp>
+#include <godot_cpp/classes/geometry_instance3d.hpp>
 #include <godot_cpp/classes/shader_material.hpp>
 #include <godot_cpp/classes/viewport_texture.hpp>
 #include <godot_cpp/classes/world_environment.hpp>
@@ -28,15 +28,12 @@ struct Angle {
 };
 
 // What is flat is seen from higher up, what faces -z from its other side. The last row is for all else.
-constexpr Angle angles[] = {{"item_sunflower", 20, 58},  {"item_grilled_", 24, 48},
-                            {"item_steak", 24, 48},      {"item_breakfast", 24, 50},
-                            {"item_fish", 232, 52},      {"item_calf", 212, 20},
-                            {"item_hen", 212, 18},       {"item_choco", 26, 40},
-                            {"item_blanket", 26, 26},    {"money_bill", 24, 46},
-                            {"animal_", 206, 22},        {"pet_", 206, 22},
-                            {"wolf", 206, 22},           {"fox", 206, 22},
-                            {"crow", 206, 22},           {"look_", 202, 14},
-                            {"icon_restaurant", 26, 40}, {"", 26, 28}};
+constexpr Angle angles[] = {
+    {"item_sunflower", 20, 58}, {"item_grilled_", 24, 48}, {"item_steak", 24, 48},      {"item_breakfast", 24, 50},
+    {"item_fish", 232, 52},     {"item_calf", 212, 20},    {"item_hen", 212, 18},       {"item_choco", 26, 40},
+    {"item_blanket", 26, 26},   {"money_bill", 24, 46},    {"animal_", 206, 22},        {"pet_", 206, 22},
+    {"wolf", 206, 22},          {"fox", 206, 22},          {"crow", 206, 22},           {"look_", 202, 14},
+    {"truck_", 214, 24},        {"supply_", 206, 22},      {"icon_restaurant", 26, 40}, {"", 26, 28}};
 
 const Angle &angle_of(const String &key) {
     for (const Angle &row : angles) {
@@ -49,10 +46,15 @@ const Angle &angle_of(const String &key) {
 
 // Paint alone decides the colours: what the hour does to the farm's own materials stays out.
 void wear_studio_paint(Node *node) {
-    if (auto *part = Object::cast_to<MeshInstance3D>(node)) {
+    if (auto *part = Object::cast_to<GeometryInstance3D>(node)) {
         const Ref<Material> worn = part->get_material_override();
-        if (worn == Models::farm_material(false) || worn == Models::farm_material(true)) {
-            part->set_material_override(Models::shader_material("icon"));
+        for (const Ref<ShaderMaterial> &lit :
+             {Models::farm_material(false), Models::farm_material(true), Models::person_material(),
+              Models::animal_material(), Models::tree_material()}) {
+            if (worn == lit) {
+                part->set_material_override(Models::shader_material("icon"));
+                break;
+            }
         }
     }
     for (int32_t i = 0; i < node->get_child_count(); ++i) {
