@@ -5,7 +5,7 @@
 #include <godot_cpp/classes/label.hpp>
 #include <godot_cpp/classes/panel_container.hpp>
 
-#include "game/interface/decor_picture.h"
+#include "game/art/icons.h"
 #include "game/interface/hud.h"
 #include "game/kit/ui.h"
 #include "game/ports/garden_shop.h"
@@ -28,7 +28,7 @@ void add_row(Hud *hud, VBoxContainer *content, const DecorOffer &offer) {
     HBoxContainer *row = memnew(HBoxContainer);
     row->add_theme_constant_override(TM_NAME("separation"), 12);
     card->add_child(row);
-    row->add_child(decor_picture(offer.type, 84));
+    row->add_child(Icons::rect("decor_" + offer.type, 84));
     const double buy_width = 150.0 + 0.4 * (UI::text_size() - 100);
     const double text_width = list_width - 24.0 - 84.0 - buy_width - 40.0;
     VBoxContainer *texts = memnew(VBoxContainer);
