@@ -7,9 +7,11 @@
 #include "find_control.h"
 #include "game/art/icons.h"
 #include "game/data/farm_data.h"
+#include "game/interface/decor_panel.h"
 #include "game/interface/hud.h"
 #include "game/interface/star_badge.h"
 #include "game/shell/offer_desk.h"
+#include "rules/garden.h"
 
 using namespace tilm;
 
@@ -71,6 +73,9 @@ TEST(IconsHeadless, EveryGoodAndEveryPlannedThingHasAModel) {
         EXPECT_TRUE(Icons::knows(key)) << key;
         const String good = good_of_entry(entry);
         EXPECT_TRUE(good.is_empty() || Icons::knows("item_" + good)) << good;
+    }
+    for (const rules::DecorRow &row : rules::decor_rows()) {
+        EXPECT_TRUE(Icons::knows(decor_picture_key(String(std::string(row.type).c_str())))) << row.type;
     }
     EXPECT_FALSE(Icons::knows(""));
     EXPECT_FALSE(Icons::knows("item_"));

@@ -1,5 +1,7 @@
 #include "game/interface/decor_panel.h"
 
+#include <string>
+
 #include <godot_cpp/classes/button.hpp>
 #include <godot_cpp/classes/h_box_container.hpp>
 #include <godot_cpp/classes/label.hpp>
@@ -28,7 +30,7 @@ void add_row(Hud *hud, VBoxContainer *content, const DecorOffer &offer) {
     HBoxContainer *row = memnew(HBoxContainer);
     row->add_theme_constant_override(TM_NAME("separation"), 12);
     card->add_child(row);
-    row->add_child(Icons::rect("decor_" + offer.type, 84));
+    row->add_child(Icons::rect(decor_picture_key(offer.type), 84));
     const double buy_width = 150.0 + 0.4 * (UI::text_size() - 100);
     const double text_width = list_width - 24.0 - 84.0 - buy_width - 40.0;
     VBoxContainer *texts = memnew(VBoxContainer);
@@ -64,6 +66,12 @@ void add_row(Hud *hud, VBoxContainer *content, const DecorOffer &offer) {
 }
 
 } // namespace
+
+String decor_picture_key(const String &type) {
+    const String own = "decor_" + type; // a statue with its pedestal
+    const rules::DecorRow *row = rules::find_decor(type.utf8().get_data());
+    return row == nullptr || Icons::knows(own) ? own : String(std::string(row->key).c_str());
+}
 
 void fill_decor_panel(Hud *hud, VBoxContainer *content) {
     const GardenShop *shop = GardenShop::current();
