@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The bot plays a farm; what it saves every five minutes comes back unchanged from a second start.
+# The bot plays a farm in Arabic, without a text that has no row; what it saves every five minutes comes back unchanged
+# from a second start.
 # Usage: endurance.sh OUT_DIR [MINUTES [FARM.json]]; from an empty farm without a document. 120 minutes by default.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -25,10 +26,11 @@ fail() {
     exit 1
 }
 
-run "$out/play.log" --save=endurance "--minutes=$minutes" --seed=1 || fail "the farm was not played" "$out/play.log"
+run "$out/play.log" --save=endurance "--minutes=$minutes" --seed=1 --lang=ar --trmiss || fail "the farm was not played" "$out/play.log"
 grep ENDURANCE "$out/play.log"
 grep -q 'reached: dairy true, mill true, food true' "$out/play.log" || fail "the food land was not reached" "$out/play.log"
 grep -qE 'factory [1-9]' "$out/play.log" || fail "no factory stands" "$out/play.log"
+! grep TRMISS "$out/play.log" || fail "texts without an Arabic row" "$out/play.log"
 rounds=$((minutes / 5))
 for ((i = 1; i <= rounds; i++)); do
     [ -s "$user/round_$i.json" ] || fail "save $i is missing" "$out/play.log"
