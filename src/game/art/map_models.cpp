@@ -1,6 +1,7 @@
 #include "game/art/map_models.h"
 
 #include <cmath>
+#include <iterator>
 #include <vector>
 
 #include "game/art/house_parts.h"
@@ -273,29 +274,54 @@ void lava_pool(Node3D *at) {
     put(at, loft({{0.2f, 0.9f, 0.6f}, {0.34f, 0.8f, 0.5f}}, 7), pal::YELLOW, Vector3(0.2f, 0, 0.1f));
 }
 
-// Blocks of uneven height side by side, grass on their heads, boulders at their feet; the water falls before the
-// middle.
+// A broken table mountain: two steps of rock with grass on their ledges, two shoulders above them and a notch between
+// the shoulders out of which the water falls into a pool.
 void fall_wall(Node3D *at) {
-    for (int i = 0; i < 5; i++) {
-        const float tall = i == 2 ? 17.4f : rnd(81, i, 15.5f, 20.5f), wide = rnd(82, i, 4.0f, 5.0f);
-        const Vector3 foot(-7.6f + 3.8f * float(i), 0, -2.6f - (i == 2 ? 0.6f : rnd(83, i, -0.8f, 0.4f)));
-        const Vector3 turn(0, rnd(84, i, -9, 9), rnd(85, i, -2, 2));
-        const float r = wide * 0.62f;
-        const auto ledge = [&](float share, float k, int n) {
-            return Ring{tall * share, r * k * rnd(101 + i, n, 0.92f, 1.08f), 2.3f * k * rnd(111 + i, n, 0.9f, 1.1f),
-                        rnd(121 + i, n, -0.3f, 0.3f), rnd(131 + i, n, -0.3f, 0.3f)};
+    constexpr uint32_t STONE = 0x9a958c;
+    const auto bank = [at](int seed, const Vector3 &foot, const Vector3 &half, float lean, float shade) {
+        const float h = 2 * float(half.y), x = half.x, z = half.z;
+        const auto ring = [&](float share, float k, int n) {
+            return Ring{h * share, x * k * rnd(seed, n, 0.95f, 1.05f), z * k * rnd(seed, n + 5, 0.94f, 1.06f),
+                        rnd(seed, n + 10, -0.2f, 0.2f) + lean * share, 0};
         };
-        const Color stone = pal::tone(0x8b8d8f, rnd(86, i, -0.08f, 0.1f));
-        put(at, loft({ledge(0, 1.25f, 0), ledge(0.3f, 1.05f, 1)}, 8, 0.4f), pal::tone(stone, -0.15f), foot, turn);
+        const Vector3 turn(0, rnd(seed, 20, -7, 7), 0);
+        put(at, loft({ring(0, 1.14f, 0), ring(0.42f, 1.0f, 1)}, 9, 0.55f), pal::tone(STONE, shade - 0.13f), foot, turn);
         put(at,
-            loft({ledge(0.3f, 1.05f, 1), ledge(0.48f, 0.86f, 2), ledge(0.55f, 1.0f, 3), ledge(1, 0.82f, 4)}, 8, 0.4f),
-            stone, foot, turn);
-        put(at, loft({ledge(0.985f, 0.92f, 5), ledge(1.04f, 0.72f, 6)}, 8, 0.4f), pal::GRASS_DEEP, foot, turn);
-        Node3D *boulder = shapes::joint(at, "Boulder", foot + Vector3(rnd(87, i, -1, 1), 0, 2.6f));
-        if (i != 2) {
-            rock(boulder, Vector3(2.2f, rnd(88, i, 1.0f, 2.0f), 1.6f), 0x7d7f84, 90 + i, 0.1f);
-        }
+            loft({ring(0.40f, 1.02f, 1), ring(0.70f, 0.90f, 2), ring(0.76f, 0.96f, 3), ring(0.97f, 0.83f, 4)}, 9,
+                 0.55f),
+            pal::tone(STONE, shade), foot, turn);
+        put(at, loft({ring(0.95f, 0.90f, 4), ring(1.0f, 0.87f, 4), ring(1.03f, 0.66f, 4)}, 9, 0.55f),
+            pal::tone(pal::GRASS_DEEP, shade), foot, turn);
+    };
+    bank(141, Vector3(-0.6f, 0, -4.6f), Vector3(11.6f, 3.0f, 4.0f), 0.3f, -0.08f);
+    bank(142, Vector3(0.9f, 5.2f, -5.6f), Vector3(8.4f, 3.2f, 3.1f), -0.2f, 0.0f);
+    bank(143, Vector3(-4.6f, 10.6f, -5.9f), Vector3(3.2f, 4.7f, 2.6f), 0.4f, 0.05f);
+    bank(144, Vector3(5.4f, 10.6f, -6.1f), Vector3(2.9f, 3.7f, 2.4f), -0.3f, 0.02f);
+    bank(145, Vector3(0.6f, 10.2f, -6.4f), Vector3(3.4f, 3.2f, 2.0f), 0, -0.05f);
+    // What breaks the straight foot and the ledges.
+    struct Block {
+        float x, y, z, half, tall;
+    };
+    constexpr Block BLOCKS[] = {{-9.6f, 0, -0.9f, 2.3f, 1.9f},   {-6.2f, 0, -0.4f, 1.6f, 1.1f},
+                                {6.4f, 0, -0.6f, 2.0f, 1.5f},    {10.2f, 0, -1.6f, 2.5f, 2.6f},
+                                {8.6f, 5.6f, -3.2f, 1.5f, 1.5f}, {-8.6f, 5.4f, -3.6f, 1.7f, 1.4f}};
+    for (size_t i = 0; i < std::size(BLOCKS); i++) {
+        const Block &b = BLOCKS[i];
+        rock(shapes::joint(at, "Block", Vector3(b.x, b.y, b.z)), Vector3(b.half, b.tall, b.half * 0.8f), 0x88847f,
+             150 + int(i), 0.2f);
     }
+    for (const Vector3 &foot :
+         {Vector3(-5.2f, 19.9f, -5.5f), Vector3(-3.3f, 19.9f, -6.4f), Vector3(5.6f, 18.0f, -6.2f)}) {
+        put(at, loft({{0, 0.22f, 0.22f}, {0.9f, 0.2f, 0.2f}}, 6), pal::WOOD_DARK, foot);
+        put(at, loft({{0.6f, 1.15f, 1.15f}, {2.9f, 0, 0}}, 7), pal::LEAF_DARK, foot);
+    }
+    for (const Vector3 &foot : {Vector3(-6.0f, 6.0f, -2.2f), Vector3(5.4f, 6.0f, -2.3f), Vector3(1.6f, 11.6f, -3.6f)}) {
+        house_parts::bush(at, foot, 1.0f, col(pal::LEAF), int(foot.x * 3));
+    }
+    // The pool, its banks and the foam where the water comes down.
+    put(at, loft({{-0.1f, 5.4f, 3.0f}, {0.32f, 5.0f, 2.7f}}, 12), 0x88847f, Vector3(0, 0, 1.9f));
+    put(at, loft({{0.2f, 4.5f, 2.3f}, {0.38f, 4.4f, 2.25f}}, 12), 0x2f8fd0, Vector3(0, 0, 1.9f));
+    put(at, loft({{0.3f, 3.7f, 0.9f}, {0.44f, 3.5f, 0.75f}}, 12), pal::WHITE, Vector3(0, 0, 0.6f));
 }
 
 void cars(Node3D *at, uint32_t paint, bool roof_sign) {
@@ -387,8 +413,10 @@ constexpr Entry ENTRIES[] = {
     {"service_electric", [](Node3D *at) { small_hut(at, 0xb9c6d3, 0x2f4f7f,
         {Form::cone, pal::YELLOW, {0.8f, 1.5f, 0.24f}, {0.1f, 1.9f, 1.35f}, {0, 0, 14}}); }},
     {"service_vet", [](Node3D *at) { small_hut(at, 0xfbeed5, 0x2f9d8a,
-        {Form::box, pal::GREEN, {0.5f, 1.3f, 0.3f}, {0, 2.6f, 0.6f}, {}});
-        put(at, bevel_box(Vector3(1.3f, 0.5f, 0.3f), 0.06f), pal::GREEN, Vector3(0, 3.3f, 0.6f)); }},
+        {Form::box, pal::WHITE, {0.76f, 1.9f, 0.3f}, {0, 2.6f, 0.7f}, {}});
+        put(at, bevel_box(Vector3(1.7f, 0.76f, 0.3f), 0.06f), pal::WHITE, Vector3(0, 3.65f, 0.7f));
+        put(at, bevel_box(Vector3(0.42f, 1.36f, 0.2f), 0.05f), pal::GREEN, Vector3(0, 3.65f, 0.82f));
+        put(at, bevel_box(Vector3(1.36f, 0.42f, 0.2f), 0.05f), pal::GREEN, Vector3(0, 3.65f, 0.82f)); }},
 };
 // clang-format on
 

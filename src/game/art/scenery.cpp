@@ -44,8 +44,9 @@ Node3D *region_fence(float length) {
         const float tall = rnd(201, i, 1.0f, 1.12f);
         put(at, loft({{0, 0.15f, 0.15f}, {tall, 0.13f, 0.13f}}, 8, 0.8f),
             pal::tone(pal::WOOD, rnd(202, i, -0.1f, 0.06f)), Vector3(0, 0, z), Vector3(0, rnd(203, i, -8, 8), 0));
-        put(at, loft({{0, 0.17f, 0.17f}, {0.06f, 0.17f, 0.17f}, {0.16f, 0.0f, 0.0f}}, 8, 0.8f), pal::CREAM,
-            Vector3(0, tall, z));
+        // Hewn tops, no paler than the rails: a row of white caps would be the first thing one sees of a farm.
+        put(at, loft({{0, 0.15f, 0.15f}, {0.04f, 0.15f, 0.15f}, {0.11f, 0.05f, 0.05f}}, 8, 0.8f),
+            pal::tone(pal::WOOD_LIGHT, rnd(212, i, 0.05f, 0.16f)), Vector3(0, tall, z));
         if (i == spans) {
             break;
         }
@@ -96,17 +97,40 @@ Node3D *sign_tree() {
     return at;
 }
 
+// Trodden earth: one strip with wavering edges and a darker rim. Patches side by side would look like scales.
+void trodden(Node3D *at, const Vector2 &size, const Vector3 &pos, int seed) {
+    const int steps = std::max(14, int(size.y / 0.5f));
+    for (const float rim : {0.09f, 0.0f}) {
+        const auto edge = [&](int i, int side) {
+            const float t = float(i) / float(steps) * 2.0f - 1.0f;
+            // Slow waves and a little fraying; both ends are round.
+            const float wave =
+                0.10f * std::sin(float(i) * 0.62f + 2.1f * float(side)) + 0.05f * rnd(seed + side, i, -1.0f, 1.0f);
+            const float end = std::sqrt(std::max(0.0f, 1.0f - std::pow(std::fabs(t), 2.0f * size.y / size.x)));
+            return (size.x * 0.45f * (1.0f + wave) + rim) * end;
+        };
+        std::vector<Vector2> outline;
+        const float half = size.y / 2 + rim;
+        for (int i = 0; i <= steps; i++) {
+            outline.emplace_back(edge(i, 0), half * (float(i) / float(steps) * 2.0f - 1.0f));
+        }
+        for (int i = steps - 1; i > 0; i--) {
+            outline.emplace_back(-edge(i, 1), half * (float(i) / float(steps) * 2.0f - 1.0f));
+        }
+        put(at, shapes::extrude(outline, 0.012f), rim > 0 ? pal::col(0xb3935f) : pal::col(0xcfae78),
+            pos + Vector3(0, rim > 0 ? -0.006f : 0.006f, 0), Vector3(-90, 0, 0));
+    }
+}
+
 // Round a house that stands at the origin with its door to +z; nothing but flowers where one walks to the door.
 Node3D *homestead_tree() {
     Node3D *at = memnew(Node3D);
     // Trodden earth from the door to the road side, flat stones on it.
+    trodden(at, Vector2(1.75f, 3.9f), Vector3(-0.75f, 0.008f, 3.5f), 251);
     for (int i = 0; i < 5; i++) {
         const float z = 2.1f + 0.72f * float(i);
-        put(at, loft({{-0.015f, 0.86f, 0.55f}, {0.012f, 0.8f, 0.5f}}, 9),
-            pal::tone(0xcfae78, rnd(251, i, -0.04f, 0.05f)),
-            Vector3(-0.75f + rnd(252, i, -0.08f, 0.08f), 0.003f * float(i % 2), z), Vector3(0, rnd(253, i, 0, 30), 0));
-        put(at, loft({{0, 0.30f, 0.22f}, {0.03f, 0.26f, 0.18f}}, 7), pal::tone(0xe3cfa5, rnd(254, i, -0.06f, 0.06f)),
-            Vector3(-0.75f + (i % 2 ? 0.28f : -0.22f), 0.012f, z), Vector3(0, rnd(255, i, 0, 90), 0));
+        put(at, loft({{0, 0.30f, 0.22f}, {0.03f, 0.26f, 0.18f}}, 7), pal::tone(0xdcc49a, rnd(254, i, -0.06f, 0.06f)),
+            Vector3(-0.75f + (i % 2 ? 0.28f : -0.22f), 0.018f, z), Vector3(0, rnd(255, i, 0, 90), 0));
     }
     // Wood pile against the west wall, a chopping block with its axe.
     for (int row = 0; row < 3; row++) {
@@ -148,22 +172,13 @@ Node3D *homestead_tree() {
 
 Node3D *path_tree(const Vector2 &size) {
     Node3D *at = memnew(Node3D);
-    // Irregular patches of earth, then flat stones: a strip that was walked, not poured.
+    trodden(at, size, Vector3(), 231);
     const int steps = std::max(2, int(size.y / 1.1f));
-    for (int i = 0; i < steps; i++) {
-        const float z = -size.y / 2 + size.y * (float(i) + 0.5f) / float(steps);
-        const float wide = size.x * rnd(231, i, 0.44f, 0.54f);
-        put(at,
-            loft({{-0.012f, wide, size.y / float(steps) * 0.85f}, {0.0f, wide * 0.94f, size.y / float(steps) * 0.8f}},
-                 9),
-            pal::tone(0xcfae78, rnd(232, i, -0.04f, 0.05f)),
-            Vector3(rnd(233, i, -0.08f, 0.08f), 0.004f * float(i % 3), z), Vector3(0, rnd(234, i, 0, 40), 0));
-    }
     for (int i = 0; i < steps * 2; i++) {
-        const float z = -size.y / 2 + size.y * rnd(235, i);
+        const float z = size.y * rnd(235, i, -0.46f, 0.46f);
         const float r = rnd(236, i, 0.16f, 0.3f);
         put(at, loft({{0, r, r * 0.8f}, {0.025f, r * 0.85f, r * 0.68f}}, 7),
-            pal::tone(0xe3cfa5, rnd(237, i, -0.06f, 0.08f)), Vector3(size.x * rnd(238, i, -0.33f, 0.33f), 0.006f, z),
+            pal::tone(0xdcc49a, rnd(237, i, -0.06f, 0.08f)), Vector3(size.x * rnd(238, i, -0.33f, 0.33f), 0.012f, z),
             Vector3(0, rnd(239, i, 0, 90), 0));
     }
     return at;

@@ -148,6 +148,12 @@ std::vector<Rect2> taken_ground() {
         if (entry.has("rect")) {
             taken.push_back(entry["rect"]);
         }
+        if (entry.get("kind", Variant()) == Variant("stall")) {
+            // The customers' way, and the mat where their money lies.
+            const Vector2 at = entry["pos"];
+            taken.push_back(Rect2(at.x - 1.25f, 6.4f, 2.5f, 16.0f));
+            taken.push_back(Rect2(at.x + 1.5f, at.y - 1.1f, 2.2f, 2.2f));
+        }
     }
     return taken;
 }
@@ -162,7 +168,7 @@ std::vector<Rect2> within(const std::vector<Rect2> &all, float x0) {
 
 // Grass keeps off the walkways and off whatever the plan puts down.
 bool free_ground(const std::vector<Rect2> &taken, float x, float z) {
-    if (std::fabs(z - 1.2f) < 1.7f || std::fabs(z - 14.35f) < 2.1f || on_lake(x, z, 0.0f)) {
+    if (std::fabs(z - 1.2f) < 1.7f || std::fabs(z - 20.0f) < 2.1f || on_lake(x, z, 0.0f)) {
         return false;
     }
     for (const Rect2 &area : taken) {

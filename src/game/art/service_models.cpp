@@ -92,11 +92,17 @@ constexpr Piece DAMAGE_ELECTRIC[] = {
     {Form::cone, pal::YELLOW, {0.2f, 0.5f, 0.1f}, {-0.02f, 0.68f, 0.1f}, {0, 0, -156}},
 };
 constexpr Piece DAMAGE_VET[] = {
-    {Form::rod, pal::WHITE, {0.5f, 0.08f, 0.5f}, {}, {}, 0.9f},
-    {Form::rod, pal::GREEN, {0.1f, 0.55f, 0.1f}, {0, 0.05f, 0}, {0, 0, -14}},
-    {Form::ball, pal::RED, {0.24f, 0.24f, 0.24f}, {0, 0.12f, 0}, {}},
-    {Form::box, pal::WHITE, {0.13f, 0.4f, 0.12f}, {0.32f, 0.1f, 0.2f}, {}},
-    {Form::box, pal::WHITE, {0.4f, 0.13f, 0.12f}, {0.32f, 0.235f, 0.2f}, {}},
+    // The animal doctor's case with a green cross, a fever thermometer against it and a roll of bandage.
+    {Form::box, 0x2f9d8a, {0.90f, 0.14f, 0.60f}, {-0.10f, 0, 0}, {}, 0.96f},
+    {Form::box, pal::WHITE, {0.86f, 0.40f, 0.56f}, {-0.10f, 0.10f, 0}, {}, 0.9f},
+    {Form::box, pal::GREEN, {0.48f, 0.06f, 0.17f}, {-0.10f, 0.48f, 0}, {}},
+    {Form::box, pal::GREEN, {0.17f, 0.06f, 0.48f}, {-0.10f, 0.48f, 0}, {}},
+    {Form::box, pal::METAL, {0.26f, 0.12f, 0.08f}, {-0.10f, 0.30f, 0.29f}, {}},
+    {Form::rod, pal::WHITE, {0.15f, 0.84f, 0.15f}, {0.66f, 0.10f, 0.14f}, {0, 0, 16}},
+    {Form::rod, pal::RED, {0.07f, 0.42f, 0.07f}, {0.69f, 0.14f, 0.21f}, {0, 0, 16}},
+    {Form::ball, pal::RED, {0.28f, 0.28f, 0.28f}, {0.66f, 0.14f, 0.14f}, {}},
+    {Form::rod, pal::CREAM, {0.34f, 0.22f, 0.34f}, {-0.50f, 0, 0.48f}, {}},
+    {Form::rod, pal::SAND, {0.14f, 0.24f, 0.14f}, {-0.50f, 0, 0.48f}, {}},
 };
 constexpr Piece DAMAGE_PLUMBER[] = {
     {Form::rod, pal::BLUE, {1.2f, 0.04f, 0.9f}, {}, {}, 0.9f},
