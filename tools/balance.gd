@@ -1,8 +1,7 @@
 # The bot plays a farm from nothing, headless and in game time; a row a game minute goes to the file after --rows=.
 # Run by tools/balance. Words: --hours=N --seed=N --rows=FILE
-extends SceneTree
+extends "game_script.gd"
 
-var main: Node
 var rows: FileAccess
 var hours := 1.0
 var clock := 0.0
@@ -14,23 +13,11 @@ var longest_at := 0.0
 
 
 func _initialize() -> void:
-    for word in OS.get_cmdline_user_args():
-        if word.begins_with("--hours="):
-            hours = float(word.trim_prefix("--hours="))
-        elif word.begins_with("--seed="):
-            seed(int(word.trim_prefix("--seed=")))
-        elif word.begins_with("--rows="):
-            rows = FileAccess.open(word.trim_prefix("--rows="), FileAccess.WRITE)
+    hours = float(word("hours", "1"))
+    seed(int(word("seed", "1")))
+    rows = FileAccess.open(word("rows", "user://balance.tsv"), FileAccess.WRITE)
     rows.store_line("minute\tmoney\ttotal_levels\tlevel\tregions\tsales\tgap")
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
-
-
-func world() -> Node:
-    for child in main.get_children():
-        if child.is_class("World"):
-            return child
-    return null
+    start()
 
 
 func _process(delta: float) -> bool:

@@ -1,7 +1,7 @@
 # Pictures of a farm: one built yard at four hours, in four seasons and in rain and snow, and a sheet of things at work as
 # a player sees them. Run by tools/gallery --farm; leaves farm_<view>.png and
 # work_<n>.png in the folder after --into=. `--only=work` or `--only=farm` does one half.
-extends SceneTree
+extends "game_script.gd"
 
 const CELL := Vector2i(270, 400)
 const WORK_CELL := Vector2i(216, 288)
@@ -16,27 +16,15 @@ const SEASONS := [["SPRING", 12.0, 0, 0.0, 0.0], ["SUMMER", 12.0, 1, 0.0, 0.0], 
 const WEATHER := [["RAIN", 12.0, 0, 1.0, 0.0], ["NIGHT RAIN", 23.0, 2, 1.0, 0.0], ["SNOWFALL", 12.0, 3, 0.0, 1.0],
         ["WINTER NIGHT", 23.0, 3, 0.0, 0.4]]
 
-var main: Node
 var into := "."
 var only := ""
 var begun := false
 
 
 func _initialize() -> void:
-    for word in OS.get_cmdline_user_args():
-        if word.begins_with("--into="):
-            into = word.trim_prefix("--into=")
-        elif word.begins_with("--only="):
-            only = word.trim_prefix("--only=")
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
-
-
-func world() -> Node:
-    for child in main.get_children():
-        if child.is_class("World"):
-            return child
-    return null
+    into = word("into", into)
+    only = word("only", only)
+    start()
 
 
 func _process(_delta: float) -> bool:

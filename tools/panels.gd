@@ -1,21 +1,16 @@
 # Opens each panel in turn and takes its picture, in both languages and at two text sizes. Run by tools/panels.
-extends SceneTree
+extends "game_script.gd"
 
 const SETTLE := 40 # frames until a panel has grown to its size
 
-var main: Node
 var into := "."
 var form := "tall"
 
 
 func _initialize() -> void:
-    for word in OS.get_cmdline_user_args():
-        if word.begins_with("--into="):
-            into = word.trim_prefix("--into=")
-        if word.begins_with("--form="):
-            form = word.trim_prefix("--form=")
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
+    into = word("into", into)
+    form = word("form", form)
+    start()
     run.call_deferred()
 
 
@@ -38,13 +33,6 @@ func shoot(name: String) -> void:
     var image := root.get_texture().get_image()
     image.resize(image.get_width() / 2, image.get_height() / 2, Image.INTERPOLATE_LANCZOS)
     image.save_png("%s/%s_%s.png" % [into, form, name])
-
-
-func of_class(name: String) -> Node:
-    for child in main.get_children():
-        if child.is_class(name):
-            return child
-    return null
 
 
 func each_look(take: Callable) -> void:

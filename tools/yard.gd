@@ -1,10 +1,9 @@
 # A busy yard for the camera: a farm at work, a farmer on the move with a tower of goods, a herd on ropes and money in
 # each of its forms. Run by tools/yard; leaves yard_<n>.png in the folder after --into=.
-extends SceneTree
+extends "game_script.gd"
 
 const SUMS := [160, 6500, 900000]
 
-var main: Node
 var into := "."
 var clock := 0.0
 var shots := 0
@@ -12,18 +11,8 @@ var dressed := false
 
 
 func _initialize() -> void:
-    for word in OS.get_cmdline_user_args():
-        if word.begins_with("--into="):
-            into = word.trim_prefix("--into=")
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
-
-
-func world() -> Node:
-    for child in main.get_children():
-        if child.is_class("World"):
-            return child
-    return null
+    into = word("into", into)
+    start()
 
 
 func dress(farm: Node) -> void:

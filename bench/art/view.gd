@@ -1,25 +1,16 @@
 # Draws and triangles of the full farm at the default zoom, at several places, text left out. Run by bench/art/run.
-extends SceneTree
+extends "../../tools/game_script.gd"
 
 const SETTLE := 90
 const PLACES := [0.0, -24.0, 24.0, 48.0]
 
-var main: Node
 var place := -1
 var wait := 0
 var rows := 0
 
 
 func _initialize() -> void:
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
-
-
-func farm() -> Node:
-    for child in main.get_children():
-        if child.is_class("World") and not child.get_building():
-            return child
-    return null
+    start()
 
 
 func info(kind: int) -> int:
@@ -30,8 +21,8 @@ func info(kind: int) -> int:
 
 
 func _process(_delta: float) -> bool:
-    var world := farm()
-    if world == null:
+    var farm := world()
+    if farm == null or farm.get_building():
         return false
     wait -= 1
     if wait > 0:
@@ -43,9 +34,9 @@ func _process(_delta: float) -> bool:
         quit()
         return false
     if place == 0:
-        for label in world.find_children("*", "Label3D", true, false):
+        for label in farm.find_children("*", "Label3D", true, false):
             label.visible = false
-    var player: Node3D = world.get_node("Player")
+    var player: Node3D = farm.get_node("Player")
     player.position = Vector3(PLACES[place], 0, 2.9)
     wait = SETTLE
     return false

@@ -1,13 +1,12 @@
 # The full farm, headless at fixed step: how long it takes to build, what a frame costs, and where the time goes.
 # Run by bench/farm/run. Words: --frames=N (10,000 by default), --out=FILE (a copy of the table)
-extends SceneTree
+extends "../../tools/game_script.gd"
 
 const SETTLE_FRAMES := 600
 const GROUP_FRAMES := 900
 const GROUPS := ["SellCounter", "Customer", "Producer", "FarmHand", "MachineCore", "Hauler", "Worker", "Harvester",
         "FieldCore", "TruckCore", "ConveyorCore", "PetCore", "ItemCore", "Hud", "World"]
 
-var main: Node
 var frames := 10000
 var started := 0
 var last := 0
@@ -25,20 +24,10 @@ var base_mean := 0.0
 
 
 func _initialize() -> void:
-    for word in OS.get_cmdline_user_args():
-        if word.begins_with("--frames="):
-            frames = int(word.trim_prefix("--frames="))
+    frames = int(word("frames", "10000"))
     started = Time.get_ticks_usec()
     last = started
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
-
-
-func world() -> Node:
-    for child in main.get_children():
-        if child.is_class("World"):
-            return child
-    return null
+    start()
 
 
 func _process(_delta: float) -> bool:

@@ -1,12 +1,11 @@
 # Farms out of damaged save files: values of other types and sizes, missing and unknown keys, cut and changed bytes. Each
 # must be built, run two seconds and be saved again as a sound document; what the engine logs is judged by the caller.
 # A round is made by its number alone. Words: --from=N --rounds=N --base=FILE [--save=NAME]
-extends SceneTree
+extends "../../tools/game_script.gd"
 
 const RUN_FRAMES := 60
 const BUILD_FRAMES := 900
 
-var main: Node
 var base := {}
 var save_name := "fuzz"
 var round_now := 0
@@ -20,19 +19,10 @@ var values := [null, true, false, -1, 0, 7, 1e300, -1e300, 0.5, 9223372036854775
 
 func _initialize() -> void:
     values.append("W".repeat(5000))
-    var rounds := 40
-    var file := ""
-    for word in OS.get_cmdline_user_args():
-        if word.begins_with("--from="):
-            round_now = int(word.trim_prefix("--from="))
-        elif word.begins_with("--rounds="):
-            rounds = int(word.trim_prefix("--rounds="))
-        elif word.begins_with("--base="):
-            file = word.trim_prefix("--base=")
-        elif word.begins_with("--save="):
-            save_name = word.trim_prefix("--save=")
-    last_round = round_now + rounds
-    base = JSON.parse_string(FileAccess.get_file_as_string(file))
+    save_name = word("save", save_name)
+    round_now = int(word("from", "0"))
+    last_round = round_now + int(word("rounds", "40"))
+    base = JSON.parse_string(FileAccess.get_file_as_string(word("base", "")))
     next_round.call_deferred()
 
 
@@ -116,13 +106,6 @@ func damage_bytes(bytes: PackedByteArray) -> String:
     for i in random.randi_range(1, 4):
         bytes[random.randi() % bytes.size()] = random.randi() % 256
     return "bytes changed"
-
-
-func world() -> Node:
-    for child in main.get_children():
-        if child.is_class("World"):
-            return child
-    return null
 
 
 func _process(_delta: float) -> bool:

@@ -1,11 +1,10 @@
 # The bot plays a farm at fixed step; every five minutes of game time the document is saved and set aside as
 # round_<n>.json. With --again, builds the farm of the save as it lies, saves it at once and compares the documents.
 # Words: --minutes=N --save=NAME --again
-extends SceneTree
+extends "../../tools/game_script.gd"
 
 const ROUND_SECONDS := 300.0
 
-var main: Node
 var minutes := 60.0
 var save_name := "endurance"
 var again := false
@@ -16,28 +15,15 @@ var poorest := 0
 
 
 func _initialize() -> void:
-    for word in OS.get_cmdline_user_args():
-        if word.begins_with("--minutes="):
-            minutes = float(word.trim_prefix("--minutes="))
-        elif word.begins_with("--save="):
-            save_name = word.trim_prefix("--save=")
-        elif word == "--again":
-            again = true
-        elif word.begins_with("--seed="):
-            seed(int(word.trim_prefix("--seed=")))
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
+    minutes = float(word("minutes", "60"))
+    save_name = word("save", save_name)
+    again = "--again" in OS.get_cmdline_user_args()
+    seed(int(word("seed", "1")))
+    start()
 
 
 func path() -> String:
     return "user://save_%s.json" % save_name
-
-
-func world() -> Node:
-    for child in main.get_children():
-        if child.is_class("World"):
-            return child
-    return null
 
 
 func farm_of(text: String) -> Dictionary:

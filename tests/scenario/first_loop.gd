@@ -1,12 +1,11 @@
 # Plays the first loop of the game in a real window with real key events, the way a person would: from an empty farm to
 # eggs sold. Started twice: `-- --first` plays and quits, `-- --second` comes back and compares the farm with what was
 # left. Needs xdotool and a display.
-extends SceneTree
+extends "../../tools/game_script.gd"
 
 const LIMIT_SECONDS := 420.0
 const KEYS := {Vector2i(-1, 0): "Left", Vector2i(1, 0): "Right", Vector2i(0, -1): "Up", Vector2i(0, 1): "Down"}
 
-var main: Node
 var bot: Object
 var held := {}
 var clock := 0.0
@@ -18,15 +17,7 @@ var eggs_sold := false
 
 func _initialize() -> void:
     second = "--second" in OS.get_cmdline_user_args()
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
-
-
-func world() -> Node:
-    for child in main.get_children():
-        if child.is_class("World"):
-            return child
-    return null
+    start()
 
 
 func _process(delta: float) -> bool:

@@ -1,17 +1,15 @@
 # Goes through the title and the settings with the pointer and the keys, as a person would: name, play, pause, language,
 # volume, save, back to the title, a new farm, delete it with two presses, continue. Needs xdotool and a display.
-extends SceneTree
+extends "../../tools/game_script.gd"
 
 const LIMIT_SECONDS := 100.0
 
-var main: Node
 var clock := 0.0
 var ended := false
 
 
 func _initialize() -> void:
-    main = (load("res://boot.tscn") as PackedScene).instantiate()
-    root.add_child.call_deferred(main)
+    start()
     play.call_deferred()
 
 
@@ -28,13 +26,6 @@ func finish(problem: String) -> void:
     if problem != "":
         root.get_texture().get_image().save_png("user://failed.png")
     quit(0 if problem == "" else 1)
-
-
-func of_class(name: String) -> Node:
-    for child in main.get_children():
-        if child.is_class(name) and not child.is_queued_for_deletion():
-            return child
-    return null
 
 
 func save() -> Node:

@@ -14,6 +14,7 @@
 #include "game/art/icon_studio.h"
 #include "game/art/model_keys.h"
 #include "game/art/models.h"
+#include "game/kit/ui.h"
 #include "names.h"
 #include "statics.h"
 
@@ -170,14 +171,7 @@ String Icons::thing_key(const String &kind, const String &product) {
 }
 
 TextureRect *Icons::rect(const String &key, double size) {
-    TextureRect *rect = memnew(TextureRect);
-    rect->set_texture(of(key));
-    rect->set_custom_minimum_size(Vector2(size, size));
-    rect->set_expand_mode(TextureRect::EXPAND_IGNORE_SIZE);
-    rect->set_stretch_mode(TextureRect::STRETCH_KEEP_ASPECT_CENTERED);
-    rect->set_mouse_filter(Control::MOUSE_FILTER_IGNORE);
-    rect->set_v_size_flags(Control::SIZE_SHRINK_CENTER);
-    return rect;
+    return UI::picture(of(key), size);
 }
 
 // The taker hangs under the window, beside the scenes: a farm that is loaded anew finds it where it was.

@@ -1,13 +1,12 @@
 #include "game/interface/build_panel.h"
 
 #include <godot_cpp/classes/button.hpp>
-#include <godot_cpp/classes/h_box_container.hpp>
-#include <godot_cpp/classes/label.hpp>
 #include <godot_cpp/classes/panel_container.hpp>
 #include <godot_cpp/classes/texture_rect.hpp>
 
 #include "game/art/icons.h"
 #include "game/interface/hud.h"
+#include "game/interface/offer_row.h"
 #include "game/kit/ui.h"
 #include "game/ports/offers.h"
 #include "names.h"
@@ -40,34 +39,15 @@ Control *picture_of(const Offer &offer) {
     return picture;
 }
 
-void told(Hud *hud, const String &refusal) {
-    if (!refusal.is_empty()) {
-        hud->toast(refusal, 3);
-    }
-}
-
 void add_row(Hud *hud, VBoxContainer *content, const Offer &offer) {
-    PanelContainer *card = memnew(PanelContainer);
-    const Ref<StyleBoxFlat> style = UI::box(UI::hex("ffecb3"), 24, UI::hex("a1887f"), 2);
-    style->set_content_margin_all(12);
-    card->add_theme_stylebox_override(TM_NAME("panel"), style);
-    content->add_child(card);
-    HBoxContainer *row = memnew(HBoxContainer);
-    row->add_theme_constant_override(TM_NAME("separation"), 10);
-    card->add_child(row);
-    row->add_child(picture_of(offer));
+    constexpr double show_side = 76;
     const double buy_width = 130.0 + 0.4 * (UI::text_size() - 100);
-    const double text_width = 600.0 - 24.0 - picture_side - 76.0 - buy_width - 50.0;
-    VBoxContainer *texts = memnew(VBoxContainer);
-    texts->add_theme_constant_override(TM_NAME("separation"), 0);
-    texts->set_h_size_flags(Control::SIZE_EXPAND_FILL);
-    texts->set_v_size_flags(Control::SIZE_SHRINK_CENTER);
-    row->add_child(texts);
-    texts->add_child(UI::text_line(offer.title, 26, ink, text_width));
-    texts->add_child(UI::text_line(offer.land, 20, soft_ink, text_width));
+    OfferRow card(content, picture_of(offer), show_side + buy_width + 50);
+    card.texts->add_child(UI::text_line(offer.title, 26, ink, card.text_width));
+    card.texts->add_child(UI::text_line(offer.land, 20, soft_ink, card.text_width));
 
     const String id = offer.id;
-    Button *show = UI::button("", UI::hex("1e88e5"), 30, Vector2(76, 76));
+    Button *show = UI::button("", UI::hex("1e88e5"), 30, Vector2(show_side, show_side));
     UI::set_icon(show, "pin");
     show->set_tooltip_text("SHOW");
     show->set_name("Show");
@@ -75,24 +55,13 @@ void add_row(Hud *hud, VBoxContainer *content, const Offer &offer) {
     show->connect(TM_NAME("pressed"), UI::callback(hud, [hud, id] {
                       const String refusal = Offers::current() != nullptr ? Offers::current()->show(id) : String();
                       hud->close_panel();
-                      told(hud, refusal);
+                      if (!refusal.is_empty()) {
+                          hud->toast(refusal, 3);
+                      }
                   }));
-    row->add_child(show);
-    Button *buy = UI::button(UI::money_short(offer.price), UI::hex(offer.payable ? "2e7d32" : "607d8b"), 26,
-                             Vector2(static_cast<float>(buy_width), 76));
-    if (!offer.payable) {
-        UI::set_icon(buy, "lock"); // not told by colour alone
-    }
-    UI::fit_width(buy, buy_width - (offer.payable ? 36.0 : 82.0));
-    buy->set_name("Buy");
-    buy->set_v_size_flags(Control::SIZE_SHRINK_CENTER);
-    buy->connect(TM_NAME("pressed"), UI::callback(hud, [hud, id] {
-                     if (Offers *offers = Offers::current()) {
-                         told(hud, offers->buy(id));
-                     }
-                     hud->refresh_panel();
-                 }));
-    row->add_child(buy);
+    card.row->add_child(show);
+    card.add_buy(hud, UI::money_short(offer.price), offer.payable, buy_width,
+                 [id] { return Offers::current() != nullptr ? Offers::current()->buy(id) : String(); });
 }
 
 } // namespace

@@ -2,16 +2,13 @@
 
 #include <string>
 
-#include <godot_cpp/classes/button.hpp>
-#include <godot_cpp/classes/h_box_container.hpp>
-#include <godot_cpp/classes/label.hpp>
-#include <godot_cpp/classes/panel_container.hpp>
+#include <godot_cpp/classes/texture_rect.hpp>
 
 #include "game/art/icons.h"
 #include "game/interface/hud.h"
+#include "game/interface/offer_row.h"
 #include "game/kit/ui.h"
 #include "game/ports/garden_shop.h"
-#include "names.h"
 #include "rules/garden.h"
 
 namespace tilm {
@@ -19,50 +16,18 @@ namespace {
 
 const Color ink = Color(0.16f, 0.20f, 0.25f);
 const Color soft_ink = Color(0.36f, 0.25f, 0.22f);
-constexpr double list_width = 600;
 
 void add_row(Hud *hud, VBoxContainer *content, const DecorOffer &offer) {
-    PanelContainer *card = memnew(PanelContainer);
-    const Ref<StyleBoxFlat> style = UI::box(UI::hex("ffecb3"), 24, UI::hex("a1887f"), 2);
-    style->set_content_margin_all(12);
-    card->add_theme_stylebox_override(TM_NAME("panel"), style);
-    content->add_child(card);
-    HBoxContainer *row = memnew(HBoxContainer);
-    row->add_theme_constant_override(TM_NAME("separation"), 12);
-    card->add_child(row);
-    row->add_child(Icons::rect(decor_picture_key(offer.type), 84));
     const double buy_width = 150.0 + 0.4 * (UI::text_size() - 100);
-    const double text_width = list_width - 24.0 - 84.0 - buy_width - 40.0;
-    VBoxContainer *texts = memnew(VBoxContainer);
-    texts->add_theme_constant_override(TM_NAME("separation"), 0);
-    texts->set_h_size_flags(Control::SIZE_EXPAND_FILL);
-    texts->set_v_size_flags(Control::SIZE_SHRINK_CENTER);
-    row->add_child(texts);
-    texts->add_child(UI::text_line(offer.name, 26, ink, text_width));
-    texts->add_child(UI::text_line(vformat("+%d CHARM", offer.charm), 22, UI::hex("00695c"), text_width));
+    OfferRow card(content, Icons::rect(decor_picture_key(offer.type), 84), buy_width + 40);
+    card.texts->add_child(UI::text_line(offer.name, 26, ink, card.text_width));
+    card.texts->add_child(UI::text_line(vformat("+%d CHARM", offer.charm), 22, UI::hex("00695c"), card.text_width));
     if (offer.placed > 0) {
-        texts->add_child(UI::text_line(vformat("YOU BUILT %d", offer.placed), 20, soft_ink, text_width));
+        card.texts->add_child(UI::text_line(vformat("YOU BUILT %d", offer.placed), 20, soft_ink, card.text_width));
     }
-
-    const String price = offer.price > 0 ? UI::money_short(offer.price) : String("FREE");
-    Button *buy =
-        UI::button(price, UI::hex(offer.payable ? "2e7d32" : "607d8b"), 26, Vector2(static_cast<float>(buy_width), 76));
-    if (!offer.payable) {
-        UI::set_icon(buy, "lock"); // not told by colour alone
-    }
-    UI::fit_width(buy, buy_width - (offer.payable ? 36.0 : 82.0));
-    buy->set_name("Buy");
-    buy->set_v_size_flags(Control::SIZE_SHRINK_CENTER);
     const String type = offer.type;
-    buy->connect(TM_NAME("pressed"), UI::callback(hud, [hud, type] {
-                     GardenShop *shop = GardenShop::current();
-                     const String refusal = shop != nullptr ? shop->buy(type) : String();
-                     if (!refusal.is_empty()) {
-                         hud->toast(refusal, 3);
-                     }
-                     hud->refresh_panel();
-                 }));
-    row->add_child(buy);
+    card.add_buy(hud, offer.price > 0 ? UI::money_short(offer.price) : String("FREE"), offer.payable, buy_width,
+                 [type] { return GardenShop::current() != nullptr ? GardenShop::current()->buy(type) : String(); });
 }
 
 } // namespace
@@ -77,15 +42,15 @@ void fill_decor_panel(Hud *hud, VBoxContainer *content) {
     const GardenShop *shop = GardenShop::current();
     const std::vector<DecorOffer> list = shop != nullptr ? shop->list() : std::vector<DecorOffer>();
     if (list.empty()) {
-        content->add_child(UI::text_line("NOTHING IS FOR SALE RIGHT NOW.", 28, ink, list_width - 20));
+        content->add_child(UI::text_line("NOTHING IS FOR SALE RIGHT NOW.", 28, ink, OfferRow::width - 20));
         return;
     }
     // One point is a hundredth of patience and 0.4 hundredths of the prices; what is not whole is not promised.
     const int charm = shop->charm();
     content->add_child(UI::text_line(vformat("CHARM %d/%d:  +%d%% CUSTOMER PATIENCE,  +%d%% PRICES", charm,
                                              rules::CHARM_LIMIT, charm, charm * 4 / 10),
-                                     26, ink, list_width - 20));
-    content->add_child(UI::text_line("BUILT ON THE CUSTOMERS' LAWN NEAR YOU", 22, soft_ink, list_width - 20));
+                                     26, ink, OfferRow::width - 20));
+    content->add_child(UI::text_line("BUILT ON THE CUSTOMERS' LAWN NEAR YOU", 22, soft_ink, OfferRow::width - 20));
     for (const DecorOffer &offer : list) {
         add_row(hud, content, offer);
     }

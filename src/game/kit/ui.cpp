@@ -204,8 +204,12 @@ Ref<Texture2D> UI::icon(const String &name) {
 }
 
 TextureRect *UI::icon_rect(const String &name, double size) {
+    return picture(icon(name), size);
+}
+
+TextureRect *UI::picture(const Ref<Texture2D> &texture, double size) {
     TextureRect *rect = memnew(TextureRect);
-    rect->set_texture(icon(name));
+    rect->set_texture(texture);
     rect->set_custom_minimum_size(Vector2(size, size));
     rect->set_expand_mode(TextureRect::EXPAND_IGNORE_SIZE);
     rect->set_stretch_mode(TextureRect::STRETCH_KEEP_ASPECT_CENTERED);

@@ -50,7 +50,8 @@ public:
     // res://assets/icons/<name>.svg, null (and one log line) when it is not there.
     static Ref<Texture2D> icon(const String &name);
     static TextureRect *icon_rect(const String &name, double size);
-    static void set_icon(Button *button, const String &name); // sized after the button's font
+    static TextureRect *picture(const Ref<Texture2D> &texture, double size); // square, the texture whole in its middle
+    static void set_icon(Button *button, const String &name);                // sized after the button's font
 
     static Ref<StyleBoxFlat> box(const Color &color, int radius, const Color &border = Color(0, 0, 0, 0),
                                  int border_width = 0, int shadow = 0);
