@@ -1,6 +1,7 @@
 # Pictures of a farm: one built yard at four hours, in four seasons and in rain and snow, and a sheet of things at work as
 # a player sees them. Run by tools/gallery --farm; leaves farm_<view>.png and
-# work_<n>.png in the folder after --into=. `--only=work` or `--only=farm` does one half.
+# work_<n>.png in the folder after --into=. `--only=work` or `--only=farm` does one half, `--only=levels` nothing but the
+# same views at each level of graphics quality: levels_<view>.png.
 extends "game_script.gd"
 
 const CELL := Vector2i(270, 400)
@@ -131,8 +132,30 @@ func take_work(farm: Node) -> void:
         await sheet("work_%d" % (seen.size() / WORK_MOST + 1), titles, images, WORK_CELL, WORK_COLUMNS)
 
 
+func take_levels(farm: Node) -> void:
+    var watcher: Node = farm.get_children().filter(func(c): return c.is_class("AutoQuality"))[0]
+    var settings: Node = root.get_node("Save")
+    for view in [["yard", HOME], ["home", Vector3(9, 0, -16)], ["market", Vector3(3, 0, 5)]]:
+        await look_at_spot(farm, view[1])
+        var images := []
+        var titles: PackedStringArray = []
+        for row in [HOURS[1], HOURS[3]]:
+            sky(farm, row)
+            for level in 4:
+                settings.quality = level
+                watcher.apply()
+                titles.append("%s, LEVEL %d" % [row[0], level])
+                images.append(await picture())
+        await sheet("levels_" + view[0], titles, images, CELL, 4)
+
+
 func take_all(farm: Node) -> void:
     farm.get_hud().visible = false
+    if only == "levels":
+        await take_levels(farm)
+        print("GALLERY levels done")
+        quit()
+        return
     if only != "work":
         await take_farm(farm)
     if only != "farm":

@@ -35,6 +35,7 @@ void ShadowCullCore::add_caster(Object *g, bool casts, double half, const Vector
         ERR_PRINT("TILMARCH add_caster: needs a GeometryInstance3D");
         return;
     }
+    listed.insert(node->get_instance_id());
     casters.push_back({static_cast<uint64_t>(node->get_instance_id()), node, static_cast<float>(half),
                        static_cast<float>(reach), mid, casts, false, false});
 }
@@ -64,6 +65,7 @@ void ShadowCullCore::tick(double dt, bool has_cam, const Vector3 &cam) {
         }
         Caster &c = casters[cursor];
         if (ObjectDB::get_instance(c.id) == nullptr) {
+            listed.erase(c.id);
             c = casters.back();
             casters.pop_back();
             continue;

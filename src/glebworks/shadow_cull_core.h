@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <unordered_set>
 #include <vector>
 
 #include <godot_cpp/classes/geometry_instance3d.hpp>
@@ -25,6 +26,8 @@ public:
     void set_max_dist(double v) { max_dist = v; }
     double get_max_dist() const { return max_dist; }
 
+    // Whether a node of this id is in the list. The dead leave it as the scan meets them.
+    bool lists(uint64_t id) const { return listed.count(id) > 0; }
     int count() const { return static_cast<int>(casters.size()); }
     int last_visits() const { return visits; } // of the last tick()
 
@@ -41,7 +44,8 @@ private:
     };
 
     std::vector<Caster> casters;
-    double max_dist = 0; // from the camera, beside the reach
+    std::unordered_set<uint64_t> listed; // ids of casters
+    double max_dist = 0;                 // from the camera, beside the reach
     Rect2 last_view;
     std::size_t cursor = 0;
     int visits = 0;

@@ -254,6 +254,20 @@ TEST_F(Culling, TakesTheFarmsPiecesButNeitherGroundNorGoods) {
     late->set_position(Vector3(15.5f, 0, 0));
     step(60);
     EXPECT_EQ(late->get_cast_shadows_setting(), ON);
+    // A customer between two visits: out of the tree and in again.
+    for (int i = 0; i < 3; i++) {
+        farm.root()->remove_child(late);
+        step(2);
+        farm.root()->add_child(late);
+        step(2);
+    }
+    EXPECT_EQ(cull->count(), 2) << "once in the list, however often it comes";
+    memdelete(late);
+    step(2);
+    EXPECT_EQ(cull->count(), 1);
+    EXPECT_NE(piece(farm.root(), 4), nullptr);
+    step(2);
+    EXPECT_EQ(cull->count(), 2);
 }
 
 TEST_F(Culling, SpotsLieUnderHousesOnlyWithoutTheSunsShadow) {
@@ -283,6 +297,12 @@ TEST_F(Culling, SpotsLieUnderHousesOnlyWithoutTheSunsShadow) {
     Scenery::tune_light(light, true);
     blobs.step(farm.root());
     EXPECT_FALSE(Object::cast_to<Node3D>(const_cast<Node *>(blobs.node()))->is_visible());
+    // The dead are forgotten also while no spot is drawn.
+    memdelete(house);
+    for (int i = 0; i < 70; i++) {
+        blobs.step(farm.root());
+    }
+    EXPECT_EQ(blobs.known(), 0);
 }
 
 } // namespace

@@ -37,6 +37,7 @@ rules::Options launch_options() {
 } // namespace
 
 void AutoQuality::_bind_methods() {
+    ClassDB::bind_method(D_METHOD("apply"), &AutoQuality::apply);
     TM_BIND_FIELD(AutoQuality, Variant::FLOAT, wait);
     TM_BIND_FIELD(AutoQuality, Variant::INT, start_ticks);
     TM_BIND_FIELD(AutoQuality, Variant::INT, frames);

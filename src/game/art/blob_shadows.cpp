@@ -126,6 +126,7 @@ void BlobShadows::step(Node *parent) {
             node->set_visible(false);
         }
         count = 0;
+        drop_one_dead();
         return;
     }
     if (drawn.get() == nullptr) {
@@ -133,6 +134,18 @@ void BlobShadows::step(Node *parent) {
     }
     drawn.get()->set_visible(true);
     lay();
+}
+
+// One look a frame: while nothing is laid the list must not grow with everybody who ever came.
+void BlobShadows::drop_one_dead() {
+    if (spots.empty()) {
+        return;
+    }
+    cursor = (cursor + 1) % spots.size();
+    if (ObjectDB::get_instance(spots[cursor].id) == nullptr) {
+        spots[cursor] = spots.back();
+        spots.pop_back();
+    }
 }
 
 void BlobShadows::lay() {

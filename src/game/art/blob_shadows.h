@@ -23,6 +23,7 @@ public:
     void step(Node *parent);
     const Node *node() const { return drawn.get(); }
     int shown() const { return count; } // spots of the last step
+    int known() const { return int(spots.size()); }
 
 private:
     struct Spot {
@@ -37,10 +38,12 @@ private:
     LiveRef<DirectionalLight3D> sun;
     Ref<MultiMesh> mesh;
     int count = 0;
+    size_t cursor = 0; // of drop_one_dead()
 
     bool sun_throws();
     void build(Node *parent);
     void lay();
+    void drop_one_dead();
 };
 
 } // namespace tilm

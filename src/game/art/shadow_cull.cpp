@@ -50,6 +50,9 @@ void ShadowCull::note(Node *node) {
 }
 
 void ShadowCull::examine(uint64_t id, const Node *root) {
+    if (lists(id)) { // customers are kept out of the tree between two visits
+        return;
+    }
     auto *g = Object::cast_to<GeometryInstance3D>(ObjectDB::get_instance(id));
     if (g == nullptr || !g->is_inside_tree() || !root->is_ancestor_of(g) || g == blobs.node() ||
         Object::cast_to<ItemCore>(g->get_parent()) != nullptr ||
