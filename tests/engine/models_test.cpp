@@ -1,5 +1,6 @@
 // The model pipeline and what it draws.
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <string>
@@ -34,6 +35,7 @@
 #include "game/data/farm_data.h"
 #include "glebworks/mesh_cluster.h"
 #include "glebworks/pose_batch.h"
+#include "rules/garden.h"
 #include "rules/items.h"
 
 namespace tilm {
@@ -719,6 +721,8 @@ TEST(Scenery, BuildsTheLandOnce) {
     EXPECT_NE(land->get_node_or_null(NodePath("Ground")), nullptr);
     // Grass grows all over, but neither on the walkways nor where the plan builds.
     const Vector2 coop(-7, -8), tile(-9.5f, 1.2f);
+    const Vector2 stall = FarmData::entry_by_id("stall_egg").get("pos", Vector2(99, 99));
+    ASSERT_NE(stall, Vector2(99, 99));
     int64_t tufts = 0;
     for (int32_t i = 0; i < land->get_child_count(); i++) {
         auto *batch = Object::cast_to<MultiMeshInstance3D>(land->get_child(i));
@@ -731,9 +735,17 @@ TEST(Scenery, BuildsTheLandOnce) {
             tufts++;
             EXPECT_GT(at.distance_to(coop), 2.5) << at.x << " " << at.y;
             EXPECT_GT(at.distance_to(tile), 1.4) << at.x << " " << at.y;
+            EXPECT_FALSE(at.y > 6.5f && at.y < 22 && std::abs(at.x - stall.x) < 1)
+                << "in the customers' way at " << at.y;
         }
     }
     EXPECT_GT(tufts, 5000);
+    // The lane passes behind the last row of decorations.
+    float widest = 0;
+    for (const rules::DecorRow &row : rules::decor_rows()) {
+        widest = std::max(widest, row.radius);
+    }
+    EXPECT_GT(Scenery::LANE_Z - Scenery::LANE_HALF, 15 + widest);
     Node3D *fence = Scenery::fence(37.2f);
     const AABB box = Object::cast_to<MeshInstance3D>(fence)->get_mesh()->get_aabb();
     EXPECT_NEAR(box.size.z, 37.2f, 0.6f);

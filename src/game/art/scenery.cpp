@@ -101,21 +101,22 @@ Node3D *sign_tree() {
 void trodden(Node3D *at, const Vector2 &size, const Vector3 &pos, int seed) {
     const int steps = std::max(14, int(size.y / 0.5f));
     for (const float rim : {0.09f, 0.0f}) {
+        // Denser towards the ends, which are round.
+        const auto along = [&](int i) { return std::sin(1.5708f * (float(i) / float(steps) * 2.0f - 1.0f)); };
         const auto edge = [&](int i, int side) {
-            const float t = float(i) / float(steps) * 2.0f - 1.0f;
-            // Slow waves and a little fraying; both ends are round.
+            const float t = along(i);
             const float wave =
-                0.10f * std::sin(float(i) * 0.62f + 2.1f * float(side)) + 0.05f * rnd(seed + side, i, -1.0f, 1.0f);
+                0.10f * std::sin(t * size.y * 0.62f + 2.1f * float(side)) + 0.04f * rnd(seed + side, i, -1.0f, 1.0f);
             const float end = std::sqrt(std::max(0.0f, 1.0f - std::pow(std::fabs(t), 2.0f * size.y / size.x)));
             return (size.x * 0.45f * (1.0f + wave) + rim) * end;
         };
         std::vector<Vector2> outline;
         const float half = size.y / 2 + rim;
         for (int i = 0; i <= steps; i++) {
-            outline.emplace_back(edge(i, 0), half * (float(i) / float(steps) * 2.0f - 1.0f));
+            outline.emplace_back(edge(i, 0), half * along(i));
         }
         for (int i = steps - 1; i > 0; i--) {
-            outline.emplace_back(-edge(i, 1), half * (float(i) / float(steps) * 2.0f - 1.0f));
+            outline.emplace_back(-edge(i, 1), half * along(i));
         }
         put(at, shapes::extrude(outline, 0.012f), rim > 0 ? pal::col(0xb3935f) : pal::col(0xcfae78),
             pos + Vector3(0, rim > 0 ? -0.006f : 0.006f, 0), Vector3(-90, 0, 0));

@@ -36,6 +36,9 @@ struct Scenery {
     static Node3D *lake(const Vector2 &half);
     // Where the farm's own lake lies, and its half size; hedge and grass keep off it.
     static constexpr float LAKE_X = 1.0f, LAKE_Z = -39.5f, LAKE_HALF_X = 11.0f, LAKE_HALF_Z = 6.5f;
+    // Middle of the lane along x on which customers come, and half its width with the frayed edge; the decorations of
+    // their lawn stand before it.
+    static constexpr float LANE_Z = 20.0f, LANE_HALF = 2.1f;
     // Fence of `length` along z, centred on its origin (37.2 between regions).
     static Node3D *fence(float length);
     // Small pasture fence along x of `length`, centred.

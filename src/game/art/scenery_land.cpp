@@ -168,7 +168,7 @@ std::vector<Rect2> within(const std::vector<Rect2> &all, float x0) {
 
 // Grass keeps off the walkways and off whatever the plan puts down.
 bool free_ground(const std::vector<Rect2> &taken, float x, float z) {
-    if (std::fabs(z - 1.2f) < 1.7f || std::fabs(z - 20.0f) < 2.1f || on_lake(x, z, 0.0f)) {
+    if (std::fabs(z - 1.2f) < 1.7f || std::fabs(z - Scenery::LANE_Z) < Scenery::LANE_HALF || on_lake(x, z, 0.0f)) {
         return false;
     }
     for (const Rect2 &area : taken) {
@@ -179,11 +179,24 @@ bool free_ground(const std::vector<Rect2> &taken, float x, float z) {
     return true;
 }
 
-std::vector<Transform3D> scatter(const std::vector<Rect2> &taken, int seed, float x0, int count, float low,
-                                 float high) {
+// A meadow grows in companies of `company` plants within `reach` metres, every third plant alone between them: evenly
+// strewn it would look like a pattern.
+struct Growth {
+    int count, company;
+    float reach, low, high;
+};
+
+std::vector<Transform3D> scatter(const std::vector<Rect2> &taken, int seed, float x0, const Growth &growth) {
+    const auto &[count, company, reach, low, high] = growth;
     std::vector<Transform3D> out;
     for (int i = 0; i < count; i++) {
-        const float x = x0 + CHUNK * rnd(seed, i), z = rnd(seed + 1, i, -34, 26);
+        const int at = i % 3 == 0 ? i : count + i / company; // whose place it shares
+        float x = x0 + CHUNK * rnd(seed, at), z = rnd(seed + 1, at, -34, 26);
+        if (i % 3 != 0) {
+            const float turn = 6.283f * rnd(seed + 4, i), away = reach * std::sqrt(rnd(seed + 5, i));
+            x = std::clamp(x + away * std::cos(turn), x0, x0 + CHUNK);
+            z += 0.7f * away * std::sin(turn);
+        }
         if (free_ground(taken, x, z)) {
             out.push_back(place(Vector3(x, 0, z), rnd(seed + 2, i) * 6.283f, rnd(seed + 3, i, low, high)));
         }
@@ -266,6 +279,18 @@ Node3D *shore() {
                 }
             }
             const float front = Scenery::LAKE_HALF_Z;
+            // Water lilies in the shallows on both sides of the stage.
+            for (int i = 0; i < 9; i++) {
+                const float side = i % 2 ? 1.0f : -1.0f;
+                const Vector3 pad(side * rnd(561, i, 1.9f, 5.2f), 0.05f, front - rnd(562, i, 1.0f, 2.1f));
+                const float r = rnd(563, i, 0.24f, 0.46f);
+                put(at, loft({{0, r, r * 0.85f}, {0.03f, r * 0.9f, r * 0.76f}}, 8),
+                    pal::tone(pal::LEAF, rnd(564, i, -0.12f, 0.12f)), pad, Vector3(0, rnd(565, i, 0, 90), 0));
+                if (i % 3 == 0) {
+                    put(at, ball(Vector3(0.15f, 0.09f, 0.15f), 7, 3), pal::PINK, pad + Vector3(0.05f, 0.07f, 0));
+                    put(at, ball(Vector3(0.06f, 0.06f, 0.06f), 5, 3), pal::YELLOW, pad + Vector3(0.05f, 0.15f, 0));
+                }
+            }
             for (int i = 0; i < 6; i++) {
                 put(at, shapes::bevel_box(Vector3(1.9f, 0.1f, 0.34f), 0.03f),
                     pal::tone(pal::WOOD_LIGHT, rnd(551, i, -0.1f, 0.06f)),
@@ -345,6 +370,7 @@ Ref<ShaderMaterial> Scenery::ground_material() {
         material.instantiate();
         material->set_shader(Models::shader_material(art_shader::GROUND)->get_shader());
         material->set_shader_parameter(TM_NAME("paths"), 1.0);
+        material->set_shader_parameter(TM_NAME("lane_z"), Scenery::LANE_Z);
         art().ground = material;
     }
     return art().ground;
@@ -420,9 +446,9 @@ Node3D *Scenery::ground(Node *parent) {
     for (float x = LEFT; x < RIGHT; x += CHUNK, chunk++) {
         const AABB box(Vector3(x - 1, -1, -35), Vector3(CHUNK + 2, 3, 64));
         const std::vector<Rect2> taken = within(all_taken, x);
-        add_batch(land, tufts, scatter(taken, 1000 + 40 * chunk, x, 620, 0.6f, 1.25f), box);
-        add_batch(land, blooms, scatter(taken, 1010 + 40 * chunk, x, 110, 0.8f, 1.3f), box);
-        add_batch(land, stones, scatter(taken, 1020 + 40 * chunk, x, 26, 0.5f, 1.1f), box);
+        add_batch(land, tufts, scatter(taken, 1000 + 40 * chunk, x, {620, 9, 1.5f, 0.6f, 1.25f}), box);
+        add_batch(land, blooms, scatter(taken, 1010 + 40 * chunk, x, {110, 11, 1.3f, 0.8f, 1.3f}), box);
+        add_batch(land, stones, scatter(taken, 1020 + 40 * chunk, x, {26, 3, 0.9f, 0.5f, 1.1f}), box);
         plant_trees(land, chunk, x);
     }
     raise_hills(land);
