@@ -1,7 +1,6 @@
 // What the assembly builds for producers, fields, workers and harvesters in a whole world, with the words it says, and
 // the factors that the world writes for them each frame.
 
-#include "engine_test.h"
 #include "farm_fields/field_core.h"
 #include "farm_items/pile_core.h"
 #include "game/actors/crop_field.h"
@@ -11,9 +10,7 @@
 #include "game/data/farm_data.h"
 #include "game/ports/climate.h"
 #include "game/ports/notices.h"
-#include "game/shell/save.h"
-#include "game/shell/world.h"
-#include "game/shell/world_options.h"
+#include "world_kit.h"
 
 namespace tilm {
 namespace {
@@ -46,26 +43,16 @@ public:
     bool wet = true;
 };
 
-class AssemblyFarmTest : public testing::Test {
+class AssemblyFarmTest : public FarmTest {
 protected:
     void SetUp() override {
-        WorldOptions::get() = WorldOptions();
-        save = memnew(Save);
-        save->path = "user://assembly.json";
+        FarmTest::SetUp();
         Dictionary doc;
         Dictionary levels;
         levels["land_dairy"] = 1;
         doc["levels"] = levels;
         save->data = doc;
-        world = add<World>();
-        for (int i = 0; i < 2000 && !world->build_step(); ++i) {
-            step();
-        }
-    }
-    void TearDown() override {
-        world->queue_free();
-        step(2);
-        memdelete(save);
+        open();
     }
     int workers() const {
         int n = 0;
@@ -74,9 +61,6 @@ protected:
         }
         return n;
     }
-
-    Save *save = nullptr;
-    World *world = nullptr;
 };
 
 TEST_F(AssemblyFarmTest, ProducersFieldsWorkersAndHarvestersByLevel) {

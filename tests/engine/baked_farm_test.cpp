@@ -10,12 +10,9 @@
 #include <godot_cpp/variant/packed_int32_array.hpp>
 #include <godot_cpp/variant/packed_vector3_array.hpp>
 
-#include "engine_test.h"
 #include "game/art/art_state.h"
 #include "game/art/model_keys.h"
-#include "game/shell/save.h"
-#include "game/shell/world.h"
-#include "game/shell/world_options.h"
+#include "world_kit.h"
 
 namespace tilm {
 namespace {
@@ -70,16 +67,11 @@ int64_t sound_triangles(const std::string &key, const Ref<Mesh> &mesh) {
     return indices.size() / 3;
 }
 
-TEST(BakedFarm, EveryMeshIsWholeAndAccountedFor) {
-    Save *save = memnew(Save);
-    save->path = "user://baked_farm.json";
-    WorldOptions::get() = WorldOptions();
+using BakedFarm = FarmTest;
+
+TEST_F(BakedFarm, EveryMeshIsWholeAndAccountedFor) {
     WorldOptions::get().max_farm = true;
-    World *world = add<World>();
-    for (int i = 0; i < 5000 && !world->build_step(); i++) {
-        step();
-    }
-    ASSERT_TRUE(world->is_built());
+    open();
     step(120);
     const Array baked = art().baked.keys();
     EXPECT_GT(baked.size(), 120);
@@ -101,10 +93,6 @@ TEST(BakedFarm, EveryMeshIsWholeAndAccountedFor) {
         }
     }
     EXPECT_EQ(fish, (std::set<std::string>{"rig_fish0/single", "rig_fish1/single", "rig_fish2/single"}));
-    WorldOptions::get() = WorldOptions();
-    world->queue_free();
-    step(2);
-    memdelete(save);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // Garden decorations of a whole farm: bought, placed, charming, saved, found again, and what a damaged save gives.
 
-#include "engine_test.h"
 #include "game/actors/player.h"
 #include "game/actors/sell_counter.h"
 #include "game/actors/truck_depot.h"
@@ -9,11 +8,9 @@
 #include "game/interface/hud.h"
 #include "game/ports/garden_shop.h"
 #include "game/ports/session.h"
-#include "game/shell/save.h"
-#include "game/shell/world.h"
-#include "game/shell/world_options.h"
 #include "rules/garden.h"
 #include "safe_read.h"
+#include "world_kit.h"
 
 namespace tilm {
 namespace {
@@ -63,19 +60,8 @@ Dictionary row(const Variant &type, const Variant &x, const Variant &z) {
     return d;
 }
 
-class DecorationsTest : public testing::Test {
+class DecorationsTest : public FarmTest {
 protected:
-    void SetUp() override {
-        static int number = 0;
-        save = memnew(Save);
-        save->path = String("user://garden") + String::num_int64(++number) + String(".json");
-        WorldOptions::get() = WorldOptions();
-    }
-    void TearDown() override {
-        close();
-        memdelete(save);
-        WorldOptions::get() = WorldOptions();
-    }
     void open(int64_t money = 0, const Array &decor = Array()) {
         Dictionary doc, levels;
         levels["coop_a"] = 1;
@@ -86,20 +72,10 @@ protected:
         raise_world();
     }
     void raise_world() {
-        world = add<ToldWorld>();
-        for (int i = 0; i < 2000 && !world->build_step(); i++) {
-            step();
-        }
-        ASSERT_TRUE(world->is_built());
+        FarmTest::open<ToldWorld>();
         step();
     }
-    void close() {
-        if (world != nullptr) {
-            world->queue_free();
-            world = nullptr;
-            step(2);
-        }
-    }
+    ToldWorld *told_world() const { return Object::cast_to<ToldWorld>(world); }
     Node3D *model(int index) const {
         Node *ground = world->get_node_or_null(NodePath("Decorations"));
         return ground != nullptr && index < ground->get_child_count()
@@ -120,9 +96,6 @@ protected:
         }
         return all.utf8().get_data();
     }
-
-    Save *save = nullptr;
-    ToldWorld *world = nullptr;
 };
 
 TEST_F(DecorationsTest, IsPaidPlacedToldSavedAndFoundAgain) {
@@ -131,11 +104,11 @@ TEST_F(DecorationsTest, IsPaidPlacedToldSavedAndFoundAgain) {
     EXPECT_EQ(String(world->call("buy_decor", "fountain")), String("NOT ENOUGH MONEY"));
     EXPECT_EQ(world->money_now(), 2000);
     EXPECT_EQ(models(), 0);
-    world->told = "";
+    told_world()->told = "";
     EXPECT_EQ(String(world->call("buy_decor", "flowers")), String());
     EXPECT_EQ(world->money_now(), 1600);
     EXPECT_EQ(world->unaccounted_money(), 0);
-    EXPECT_EQ(world->told, String("decor||1;"));
+    EXPECT_EQ(told_world()->told, String("decor||1;"));
     EXPECT_EQ(heard.last, String("1 FLOWER BED! +1 CHARM"));
     EXPECT_EQ(world->get_charm(), 1.0);
     ASSERT_EQ(models(), 1);

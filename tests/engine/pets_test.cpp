@@ -12,11 +12,9 @@
 #include "game/art/pet_models.h"
 #include "game/ports/pet_yard.h"
 #include "game/shell/pet_house.h"
-#include "game/shell/save.h"
-#include "game/shell/world.h"
-#include "game/shell/world_options.h"
 #include "rules/pets.h"
 #include "staff_kit.h"
+#include "world_kit.h"
 
 using namespace godot;
 
@@ -405,35 +403,7 @@ TEST(PetModels, HaveTheJointsThatTheCoreTurns) {
 }
 
 // A farm keeps its pets.
-class PetWorld : public testing::Test {
-protected:
-    void SetUp() override {
-        save = memnew(Save);
-        save->path = "user://pets.json";
-        WorldOptions::get() = WorldOptions();
-    }
-    void TearDown() override {
-        close();
-        memdelete(save);
-        WorldOptions::get() = WorldOptions();
-    }
-    void open() {
-        world = add<World>();
-        for (int i = 0; i < 2000 && !world->build_step(); i++) {
-            step();
-        }
-        ASSERT_TRUE(world->is_built());
-    }
-    void close() {
-        if (world != nullptr) {
-            world->queue_free();
-            world = nullptr;
-            step(2);
-        }
-    }
-    Save *save = nullptr;
-    World *world = nullptr;
-};
+class PetWorld : public FarmTest {};
 
 TEST_F(PetWorld, SavesPetsAndFindsThemAgainWithWhatTheHorseCarries) {
     open();

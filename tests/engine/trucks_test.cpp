@@ -4,7 +4,6 @@
 #include <memory>
 #include <set>
 
-#include "engine_test.h"
 #include "farm_belts/conveyor_core.h"
 #include "game/actors/cash_tile.h"
 #include "game/actors/sell_counter.h"
@@ -12,10 +11,8 @@
 #include "game/data/farm_data.h"
 #include "game/ports/notices.h"
 #include "game/shell/logistics.h"
-#include "game/shell/save.h"
-#include "game/shell/world.h"
-#include "game/shell/world_options.h"
 #include "staff_kit.h"
+#include "world_kit.h"
 
 namespace tilm {
 
@@ -419,18 +416,8 @@ TEST_F(Trucks, ScriptsReadAndDriveThem) {
 
 namespace {
 
-class TruckWorld : public testing::Test {
+class TruckWorld : public FarmTest {
 protected:
-    void SetUp() override {
-        static int number = 0;
-        save = memnew(Save);
-        save->path = String("user://trucks") + String::num_int64(++number) + String(".json");
-        WorldOptions::get() = WorldOptions();
-    }
-    void TearDown() override {
-        close();
-        memdelete(save);
-    }
     void open(const char *entries = "") {
         Dictionary levels;
         for (const String &id : String(entries).split(" ", false)) {
@@ -441,23 +428,9 @@ protected:
             doc["levels"] = levels;
             save->data = doc;
         }
-        world = add<World>();
-        for (int i = 0; i < 2000 && !world->build_step(); i++) {
-            step();
-        }
-        ASSERT_TRUE(world->is_built());
-    }
-    void close() {
-        if (world) {
-            world->queue_free();
-            world = nullptr;
-            step(2);
-        }
+        FarmTest::open();
     }
     TruckDepot *truck(const char *id) const { return Object::cast_to<TruckDepot>(world->node_of(id)); }
-
-    Save *save = nullptr;
-    World *world = nullptr;
 };
 
 } // namespace

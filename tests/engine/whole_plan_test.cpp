@@ -8,7 +8,6 @@
 #include <godot_cpp/classes/time.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
-#include "engine_test.h"
 #include "game/actors/hauler.h"
 #include "game/actors/player.h"
 #include "game/actors/stack_carrier.h"
@@ -16,9 +15,7 @@
 #include "game/actors/worker.h"
 #include "game/data/farm_data.h"
 #include "game/ports/notices.h"
-#include "game/shell/save.h"
-#include "game/shell/world.h"
-#include "game/shell/world_options.h"
+#include "world_kit.h"
 
 namespace tilm {
 
@@ -135,15 +132,10 @@ std::map<std::string, int64_t> sorted(const Dictionary &levels) {
 
 } // namespace
 
-TEST(WholePlan, EveryEntryIsBoughtAndRaised) {
-    Save *save = memnew(Save);
-    save->path = "user://whole_plan.json";
-    WorldOptions::get() = WorldOptions();
-    World *world = add<World>();
-    for (int i = 0; i < 2000 && !world->build_step(); i++) {
-        step();
-    }
-    ASSERT_TRUE(world->is_built());
+using WholePlan = FarmTest;
+
+TEST_F(WholePlan, EveryEntryIsBoughtAndRaised) {
+    open();
     Ear ear;
     Notices::set_current(&ear);
     world->levels()["ballast"] = 3000; // no gate holds anything back
@@ -233,20 +225,10 @@ TEST(WholePlan, EveryEntryIsBoughtAndRaised) {
     const std::map<std::string, int64_t> levels = sorted(save->data["levels"]);
     const int tiles = world->tile_office().tile_count();
     Notices::set_current(nullptr);
-    world->queue_free();
-    step(2);
-    save->read();
-    world = add<World>();
-    for (int i = 0; i < 5000 && !world->build_step(); i++) {
-        step();
-    }
-    ASSERT_TRUE(world->is_built());
+    reopen();
     world->save_now();
     EXPECT_EQ(sorted(save->data["levels"]), levels);
     EXPECT_LE(world->tile_office().tile_count(), tiles) << "without the ballast some gates are closed again";
-    world->queue_free();
-    step(2);
-    memdelete(save);
 }
 
 } // namespace tilm

@@ -1,53 +1,34 @@
 // Farm documents that no game has written: what is wrong is clamped or skipped, all the rest loads.
 
-#include "engine_test.h"
 #include "farm_items/pile_core.h"
 #include "farm_items/zone_core.h"
 #include "game/actors/cash_tile.h"
 #include "game/actors/player.h"
 #include "game/actors/stack_carrier.h"
 #include "game/shell/farm_document.h"
-#include "game/shell/save.h"
-#include "game/shell/world.h"
-#include "game/shell/world_options.h"
 #include "safe_read.h"
+#include "world_kit.h"
 
 namespace tilm {
 
 namespace {
 
-class WorldDamage : public testing::Test {
+class WorldDamage : public FarmTest {
 protected:
     void SetUp() override {
-        save = memnew(Save);
-        save->path = "user://damage.json";
-        WorldOptions::get() = WorldOptions();
+        FarmTest::SetUp();
         levels["field_corn"] = 1;
         levels["stall_corn"] = 1;
         levels["coop_a"] = 2;
         levels["stall_egg"] = 1;
         doc["money"] = 77;
     }
-    void TearDown() override {
-        if (world) {
-            world->queue_free();
-            step(2);
-        }
-        memdelete(save);
-    }
     void open() {
-        if (world) {
-            world->queue_free();
-            step(2);
-        }
+        close();
         doc["levels"] = levels;
         doc["state"] = state;
         save->data = doc;
-        world = add<World>();
-        for (int i = 0; i < 2000 && !world->build_step(); i++) {
-            step();
-        }
-        ASSERT_TRUE(world->is_built());
+        FarmTest::open();
     }
     Dictionary saved() {
         world->save_now();
@@ -64,8 +45,6 @@ protected:
         return {};
     }
 
-    Save *save = nullptr;
-    World *world = nullptr;
     Dictionary doc;
     Dictionary levels;
     Dictionary state;

@@ -6,7 +6,6 @@
 #include <godot_cpp/classes/time.hpp>
 #include <godot_cpp/variant/utility_functions.hpp>
 
-#include "engine_test.h"
 #include "farm_items/goods_ledger.h"
 #include "farm_items/pile_core.h"
 #include "game/actors/cash_tile.h"
@@ -24,49 +23,14 @@
 #include "game/kit/ui.h"
 #include "game/ports/notices.h"
 #include "game/ports/offers.h"
-#include "game/shell/save.h"
-#include "game/shell/world.h"
-#include "game/shell/world_options.h"
+#include "world_kit.h"
 
 namespace tilm {
 
 namespace {
 
-// A Save on a file of its own and the worlds built from it, one after the other.
-class WorldTest : public testing::Test {
+class WorldTest : public FarmTest {
 protected:
-    void SetUp() override {
-        static int number = 0;
-        save = memnew(Save);
-        save->path = String("user://world") + String::num_int64(++number) + String(".json");
-        WorldOptions::get() = WorldOptions();
-    }
-    void TearDown() override {
-        close();
-        memdelete(save);
-        WorldOptions::get() = WorldOptions();
-    }
-
-    void open() {
-        world = add<World>();
-        for (int i = 0; i < 2000 && !world->build_step(); i++) {
-            step();
-        }
-        ASSERT_TRUE(world->is_built());
-    }
-    void close() {
-        if (world) {
-            world->queue_free();
-            world = nullptr;
-            step(2);
-        }
-    }
-    void reopen() {
-        close();
-        save->read();
-        open();
-    }
-
     ZoneCore *zone(const String &group) const {
         Array zones = world->zone_list();
         for (int i = 0; i < zones.size(); i++) {
@@ -89,9 +53,6 @@ protected:
         doc["levels"] = levels;
         return doc;
     }
-
-    Save *save = nullptr;
-    World *world = nullptr;
 };
 
 // Hears the toasts in place of the interface while it lives.
