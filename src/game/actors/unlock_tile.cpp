@@ -81,7 +81,7 @@ void UnlockTile::build_plate() {
     fill_plate = Models::mesh_instance(box, water, Vector3(0, 0.05f, 0), this, false);
 
     const Color ink = Color::html(level == 0 ? "fff59d" : "c5f542");
-    title_label = Models::label3d(title, 48, ink, Vector3(0, 1.35f, -0.25f), this);
+    title_label = Models::label3d(title, 48, ink, Vector3(0, 1.42f, -0.35f), this);
     if (level > 0) {
         Models::label3d("UP", 38, ink, Vector3(0.88f, 0.14f, 0.05f), this, false);
     }
