@@ -14,6 +14,7 @@ using pal::col;
 using pieces::Form;
 using pieces::Piece;
 using shapes::bevel_box;
+using shapes::loft;
 using shapes::put;
 
 // clang-format off
@@ -63,7 +64,7 @@ Node3D *hall_tree(int level) {
     put(at, shapes::gable(4.4f, 0.95f, 1.7f), wall, home + Vector3(0, 2.0f, 0));
     roof(at, home + Vector3(0, 2.0f, 0), 2.35f, 1.15f, 1.9f, roofing);
     // A bowl with a spoon on the gable.
-    put(at, shapes::loft({{0, 0.16f, 0.10f}, {0.12f, 0.36f, 0.14f}, {0.26f, 0.42f, 0.15f}}, 9), pal::WHITE,
+    put(at, loft({{0, 0.16f, 0.10f}, {0.12f, 0.36f, 0.14f}, {0.26f, 0.42f, 0.15f}}, 9), pal::WHITE,
         home + Vector3(0, 2.3f, 0.92f));
     put(at, bevel_box(Vector3(0.09f, 0.6f, 0.07f), 0.02f), pal::YELLOW, home + Vector3(0.28f, 2.72f, 0.95f),
         Vector3(0, 0, -28));
@@ -73,7 +74,23 @@ Node3D *hall_tree(int level) {
         Node3D *table = shapes::joint(at, "Table", Vector3(i % 2 ? 1.75f : -1.75f, 0, i < 2 ? -0.1f : 1.55f));
         pieces::put_all(table, TABLE);
     }
-    // Better levels: sunshades over the tables, lanterns, greenery.
+    // Each level changes the outline: a pantry, greenery, an oven and sunshades, a string of lanterns, a cupola like
+    // the cover of a dish.
+    if (level >= 2) {
+        put(at, bevel_box(Vector3(1.2f, 2.3f, 1.6f), 0.05f), pal::WHITE, home + Vector3(-2.9f, 1.15f, 0.1f));
+        put(at, bevel_box(Vector3(1.75f, 0.18f, 2.0f), 0.05f), roofing, home + Vector3(-2.95f, 2.4f, 0.1f),
+            Vector3(0, 0, 24));
+        put(at, bevel_box(Vector3(0.6f, 1.3f, 0.1f), 0.03f), trim, home + Vector3(-2.9f, 0.7f, 0.9f));
+    }
+    if (level >= 4) {
+        const Vector3 oven = home + Vector3(3.05f, 0, 0.6f);
+        put(at, bevel_box(Vector3(1.3f, 0.7f, 1.3f), 0.05f), pal::STONE_DARK, oven + Vector3(0, 0.35f, 0));
+        put(at, loft({{0, 0.66f, 0.66f}, {0.4f, 0.58f, 0.58f}, {0.75f, 0.2f, 0.2f}, {0.8f, 0, 0}}, 9), 0xb5654a,
+            oven + Vector3(0, 0.68f, 0));
+        put(at, bevel_box(Vector3(0.5f, 0.36f, 0.2f), 0.05f), pal::INK, oven + Vector3(0, 0.92f, 0.58f));
+        put(at, loft({{0, 0.2f, 0.2f}, {1.8f, 0.16f, 0.16f}, {1.8f, 0.28f, 0.28f}, {2.0f, 0.2f, 0.2f}}, 7), pal::INK,
+            oven + Vector3(0.1f, 1.2f, -0.3f));
+    }
     if (level >= 3) {
         for (const float x : {-3.05f, 3.05f}) {
             bush(at, Vector3(x, 0, 1.9f), 0.45f, col(pal::LEAF), 5);
@@ -82,13 +99,29 @@ Node3D *hall_tree(int level) {
     }
     for (int i = 0; i < std::min(4, std::max(0, level - 3) * 2); i++) {
         const Vector3 foot(i % 2 ? 1.75f : -1.75f, 0, i < 2 ? 0.75f : 2.4f);
-        put(at, shapes::loft({{0, 0.06f, 0.06f}, {2.1f, 0.05f, 0.05f}}, 6), pal::WOOD_DARK, foot);
-        put(at, shapes::loft({{1.75f, 1.15f, 1.15f}, {1.95f, 0.8f, 0.8f}, {2.3f, 0, 0}}, 8),
-            i % 2 ? pal::ORANGE : pal::YELLOW, foot);
+        put(at, loft({{0, 0.06f, 0.06f}, {2.1f, 0.05f, 0.05f}}, 6), pal::WOOD_DARK, foot);
+        put(at, loft({{1.75f, 1.15f, 1.15f}, {1.95f, 0.8f, 0.8f}, {2.1f, 0.5f, 0.5f}}, 8), pal::WHITE, foot);
+        put(at, loft({{2.09f, 0.55f, 0.55f}, {2.35f, 0, 0}}, 8), i % 2 ? pal::RED : pal::BLUE, foot);
+    }
+    if (level >= 5) {
+        for (const float x : {-2.75f, 2.75f}) {
+            put(at, loft({{0, 0.12f, 0.12f}, {4.0f, 0.09f, 0.09f}}, 6), trim, Vector3(x, 0, 2.65f));
+        }
+        put(at, bevel_box(Vector3(5.5f, 0.09f, 0.09f), 0.01f), trim, Vector3(0, 3.85f, 2.65f));
+        for (int i = 0; i < 6; i++) {
+            put(at, loft({{0, 0.18f, 0.18f}, {0.3f, 0.36f, 0.36f}, {0.6f, 0.14f, 0.14f}}, 7),
+                i % 2 ? pal::CREAM : pal::YELLOW, Vector3(-2.25f + 0.9f * float(i), 3.22f, 2.65f));
+        }
     }
     if (level >= CanteenModels::top_level) {
-        put(at, shapes::loft({{0, 0.3f, 0.3f}, {0.12f, 0.2f, 0.2f}, {0.34f, 0.14f, 0.14f}, {0.4f, 0, 0}}, 9),
-            pal::YELLOW, home + Vector3(-1.6f, 2.75f, 0.2f));
+        const Vector3 ridge = home + Vector3(-0.5f, 2.85f, 0);
+        put(at, bevel_box(Vector3(1.1f, 0.9f, 1.1f), 0.05f), pal::WHITE, ridge + Vector3(0, 0.45f, 0));
+        put(at, bevel_box(Vector3(0.5f, 0.5f, 1.14f), 0.03f), trim, ridge + Vector3(0, 0.45f, 0));
+        put(at, bevel_box(Vector3(1.14f, 0.5f, 0.5f), 0.03f), trim, ridge + Vector3(0, 0.45f, 0));
+        put(at,
+            loft({{0, 0.85f, 0.85f}, {0.12f, 0.82f, 0.82f}, {0.5f, 0.6f, 0.6f}, {0.75f, 0.2f, 0.2f}, {0.8f, 0, 0}}, 10),
+            pal::YELLOW, ridge + Vector3(0, 0.9f, 0));
+        put(at, shapes::ball(Vector3(0.16f, 0.16f, 0.16f), 8, 4), pal::YELLOW, ridge + Vector3(0, 1.82f, 0));
     }
     return at;
 }

@@ -25,15 +25,15 @@ Node3D *tree_of(int stage) {
     // The first stage adds a wing whose roof turns its slope to the front, the second a tower on it.
     const Vector3 wing = home + Vector3(3.05f, 0, 0.45f);
     if (stage > 1) {
-        put(at, bevel_box(Vector3(1.5f, 2.5f, 1.5f), 0.05f, 0.97f), wall, wing + Vector3(0.1f, 2.2f, -0.2f));
+        put(at, bevel_box(Vector3(1.5f, 3.0f, 1.5f), 0.05f, 0.97f), wall, wing + Vector3(0.1f, 2.45f, -0.2f));
         put(at, loft({{0, 1.25f, 1.25f}, {0.25f, 1.1f, 1.1f}, {1.3f, 0, 0}}, 8, 0.8f), tiles,
-            wing + Vector3(0.1f, 3.4f, -0.2f));
-        window(at, wing + Vector3(0.1f, 2.9f, 0.56f), 0.6f, 0.6f, trim);
+            wing + Vector3(0.1f, 3.9f, -0.2f));
+        window(at, wing + Vector3(0.1f, 3.3f, 0.56f), 0.6f, 0.6f, trim);
     }
     if (stage > 2) {
-        put(at, loft({{0, 0.06f, 0.06f}, {0.9f, 0.05f, 0.05f}}, 6), pal::STONE_DARK,
-            wing + Vector3(0.1f, 4.55f, -0.2f));
-        put(at, bevel_box(Vector3(0.7f, 0.4f, 0.08f), 0.02f), pal::YELLOW, wing + Vector3(0.45f, 5.2f, -0.2f));
+        put(at, loft({{0, 0.06f, 0.06f}, {0.8f, 0.05f, 0.05f}}, 6), pal::STONE_DARK,
+            wing + Vector3(0.1f, 5.05f, -0.2f));
+        put(at, bevel_box(Vector3(0.7f, 0.4f, 0.08f), 0.02f), pal::YELLOW, wing + Vector3(0.45f, 5.6f, -0.2f));
     }
     if (stage > 0) {
         put(at, bevel_box(Vector3(2.0f, 1.5f, 2.1f), 0.05f), pal::tone(wall, -0.04f), wing + Vector3(0, 0.8f, 0));

@@ -45,6 +45,12 @@ void unit_house(Node3D *at, int unit, int units, int level) {
         put(at, bevel_box(Vector3(0.28f, 0.85f, 0.28f), 0.04f), 0xb5654a, home + Vector3(0.45f, tall + 0.65f, -0.45f));
     } else {
         flowers(at, home + Vector3(0.36f, 0.02f, 1.15f), 0.2f, 3, unit);
+        if (level >= 7) { // each house has its own stove, and a tall flue tells it
+            put(at, bevel_box(Vector3(0.36f, 1.7f, 0.36f), 0.04f), pal::STONE,
+                home + Vector3(-0.3f, tall + 0.95f, -0.35f));
+            put(at, bevel_box(Vector3(0.5f, 0.2f, 0.5f), 0.04f), pal::STONE_DARK,
+                home + Vector3(-0.3f, tall + 1.85f, -0.35f));
+        }
     }
     if (storey) {
         put(at, bevel_box(Vector3(0.95f, 0.52f, 0.12f), 0.03f), pal::CREAM, home + Vector3(0, 1.85f, 0.86f));
@@ -80,10 +86,17 @@ Node3D *homes_tree(int units, int level) {
     }
     if (level >= 7) {
         barrel(at, Vector3(-side - 0.3f, 0, -0.8f), 1.1f);
+        // An arbour over the bench of the yard's open end.
+        for (const float z : {-0.4f, 0.95f}) {
+            put(at, shapes::loft({{0, 0.09f, 0.09f}, {2.0f, 0.07f, 0.07f}}, 6), pal::WHITE,
+                Vector3(-side - 0.55f, 0, z));
+        }
+        put(at, bevel_box(Vector3(0.9f, 0.12f, 1.9f), 0.03f), pal::WHITE, Vector3(-side - 0.45f, 2.05f, 0.28f));
+        bush(at, Vector3(-side - 0.45f, 1.95f, 0.28f), 0.5f, col(pal::LEAF_DARK), 9);
     }
     if (level >= 8) {
-        put(at, shapes::loft({{0, 0.06f, 0.06f}, {3.5f, 0.05f, 0.05f}}, 6), pal::METAL, Vector3(-side, 0, -1.6f));
-        put(at, bevel_box(Vector3(0.9f, 0.5f, 0.06f), 0.02f), pal::TEAL, Vector3(-side + 0.5f, 3.2f, -1.6f));
+        put(at, shapes::loft({{0, 0.10f, 0.10f}, {5.3f, 0.07f, 0.07f}}, 6), pal::METAL, Vector3(-side, 0, -1.6f));
+        put(at, bevel_box(Vector3(1.7f, 0.95f, 0.08f), 0.02f), pal::TEAL, Vector3(-side + 0.9f, 4.75f, -1.6f));
     }
     return at;
 }

@@ -132,31 +132,37 @@ void carried_hen(Node3D *at) {
     }
 }
 
-void round_fruit(Node3D *at, const Color &skin, const Color &leaf, float width, float height) {
-    put(at,
-        loft({{0, width * 0.35f, width * 0.35f},
-              {height * 0.14f, width * 0.75f, width * 0.75f},
-              {height * 0.5f, width, width},
-              {height * 0.84f, width * 0.74f, width * 0.74f},
-              {height * 0.95f, width * 0.3f, width * 0.3f},
-              {height * 0.88f, 0, 0}},
-             9),
-        skin, Vector3());
-    put(at, ball(Vector3(0.11f, 0.045f, 0.06f), 5, 3), leaf, Vector3(0.06f, height * 0.98f, 0), Vector3(0, 30, 16));
-}
-
 void tomato(Node3D *at) {
-    round_fruit(at, pal::col(pal::RED), pal::col(pal::GREEN), 0.19f, 0.31f);
+    // Flat and broad beside the apple, with a star of leaves on it.
+    put(at,
+        loft({{0, 0.13f, 0.13f},
+              {0.04f, 0.21f, 0.21f},
+              {0.14f, 0.25f, 0.25f},
+              {0.23f, 0.20f, 0.20f},
+              {0.26f, 0.10f, 0.10f},
+              {0.25f, 0, 0}},
+             9),
+        pal::RED, Vector3());
     for (int i = 0; i < 5; i++) {
-        put(at, ball(Vector3(0.04f, 0.03f, 0.10f), 5, 3), pal::LEAF,
-            Vector3(0.07f * std::sin(float(i) * 1.257f), 0.295f, 0.07f * std::cos(float(i) * 1.257f)),
-            Vector3(12, float(i) * 72, 0));
+        put(at, ball(Vector3(0.055f, 0.035f, 0.15f), 5, 3), pal::LEAF,
+            Vector3(0.10f * std::sin(float(i) * 1.257f), 0.265f, 0.10f * std::cos(float(i) * 1.257f)),
+            Vector3(14, float(i) * 72, 0));
     }
 }
 
 void apple(Node3D *at) {
-    round_fruit(at, pal::col(0xe23d3d), pal::col(pal::GREEN), 0.18f, 0.33f);
-    put(at, loft({{0, 0.03f, 0.03f}, {0.12f, 0.025f, 0.025f, 0.03f}}, 5), pal::BROWN, Vector3(0, 0.28f, 0));
+    // Broad shoulders on a narrow foot.
+    put(at,
+        loft({{0, 0.08f, 0.08f},
+              {0.05f, 0.12f, 0.12f},
+              {0.20f, 0.19f, 0.19f},
+              {0.28f, 0.15f, 0.15f},
+              {0.30f, 0.08f, 0.08f},
+              {0.26f, 0, 0}},
+             9),
+        0xe23d3d, Vector3());
+    put(at, ball(Vector3(0.13f, 0.04f, 0.06f), 5, 3), pal::GREEN, Vector3(0.10f, 0.34f, 0), Vector3(0, 30, 20));
+    put(at, loft({{0, 0.03f, 0.03f}, {0.14f, 0.025f, 0.025f, 0.03f}}, 5), pal::BROWN, Vector3(0, 0.26f, 0));
 }
 
 void orange(Node3D *at) {

@@ -252,11 +252,38 @@ void apiary(Node3D *at) {
     fence_run(at, Vector3(-2.6f, 0, -2.6f), Vector3(2.6f, 0, -2.6f), col(pal::WHITE), 0.55f);
 }
 
+// A wheel of blades on a lattice tower draws the water that oranges need.
+void wind_pump(Node3D *at, const Vector3 &foot) {
+    for (int i = 0; i < 4; i++) {
+        const float x = i % 2 ? 0.4f : -0.4f, z = i < 2 ? 0.4f : -0.4f;
+        put(at, bevel_box(Vector3(0.12f, 2.7f, 0.12f), 0.02f), pal::METAL, foot + Vector3(x * 0.6f, 1.3f, z * 0.6f),
+            Vector3(z > 0 ? -7 : 7, 0, x > 0 ? 7 : -7));
+    }
+    for (const float y : {0.8f, 1.6f}) {
+        put(at, bevel_box(Vector3(0.62f, 0.1f, 0.62f), 0.02f), pal::METAL, foot + Vector3(0, y, 0));
+    }
+    const Vector3 hub = foot + Vector3(0, 2.75f, 0.32f);
+    for (int i = 0; i < 8; i++) {
+        const float a = float(i) * 0.785f;
+        put(at, bevel_box(Vector3(0.62f, 0.34f, 0.06f), 0.02f, 0.8f), i % 2 ? pal::WHITE : pal::RED,
+            hub + Vector3(0.52f * std::cos(a), 0.52f * std::sin(a), 0), Vector3(0, 0, float(i) * 45));
+    }
+    put(at, ball(Vector3(0.18f, 0.18f, 0.18f), 8, 4), pal::YELLOW, hub + Vector3(0, 0, 0.06f));
+    put(at, bevel_box(Vector3(0.08f, 0.5f, 0.8f), 0.02f), pal::RED, hub + Vector3(0, 0, -0.9f));
+    put(at, loft({{0, 0.5f, 0.5f}, {0.36f, 0.55f, 0.55f}}, 9), pal::WOOD_LIGHT, foot + Vector3(-0.1f, 0.03f, 0.9f));
+    put(at, loft({{0, 0.46f, 0.46f}, {0.02f, 0, 0}}, 9), pal::BLUE, foot + Vector3(-0.1f, 0.36f, 0.9f));
+}
+
 void orchard(Node3D *at, uint32_t fruit, uint32_t leaf) {
     trodden(at, col(0x9ccf5f));
     const Vector3 spots[] = {
         {-1.9f, 0, -2.0f}, {0.0f, 0, -2.25f}, {1.9f, 0, -1.95f}, {-1.95f, 0, 0.0f}, {1.95f, 0, 0.1f}};
+    const bool oranges = fruit == pal::ORANGE;
     for (int i = 0; i < 5; i++) {
+        if (oranges && i == 2) {
+            wind_pump(at, spots[i]);
+            continue;
+        }
         orchard_tree(at, spots[i], rnd(51, i, 0.95f, 1.15f), pal::tone(col(leaf), rnd(52, i, -0.06f, 0.06f)),
                      col(fruit), 60 + i);
     }
@@ -265,7 +292,7 @@ void orchard(Node3D *at, uint32_t fruit, uint32_t leaf) {
         put(at, ball(Vector3(0.14f, 0.14f, 0.14f), 7, 3), fruit,
             Vector3(-0.4f + 0.17f * std::sin(float(i) * 1.3f), 0.42f, -0.7f + 0.17f * std::cos(float(i) * 1.3f)));
     }
-    if (fruit == pal::ORANGE) {
+    if (oranges) {
         // A scarecrow guards the oranges and tells the two orchards apart.
         const Vector3 foot(0.75f, 0, 0.55f);
         put(at, loft({{0, 0.07f, 0.07f}, {1.5f, 0.06f, 0.06f}}, 6), pal::WOOD_DARK, foot);
