@@ -33,8 +33,8 @@ TEST(FarmLightTest, StartsAtASpringNoonAndKeepsTheHourWhenShadowsChange) {
     EXPECT_LT(shadowed, 0.2);
     EXPECT_LT(farm.air()->get_fog_light_color().r, 0.3);
     Scenery::tune_light(farm.light, false);
-    EXPECT_NEAR(farm.sun_power(), shadowed * 0.80 / 0.36, 1e-5);
-    EXPECT_NEAR(farm.air()->get_ambient_light_energy(), 1.35 * 0.97, 1e-5);
+    EXPECT_NEAR(farm.sun_power(), shadowed * 0.92 / 0.36, 1e-5);
+    EXPECT_NEAR(farm.air()->get_ambient_light_energy(), 1.55 * 0.97, 1e-5);
     EXPECT_EQ(FarmLight::current().season[3], 1);
 }
 

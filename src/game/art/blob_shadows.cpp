@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numbers>
 
 #include <godot_cpp/classes/array_mesh.hpp>
@@ -11,7 +12,6 @@
 #include <godot_cpp/variant/packed_int32_array.hpp>
 #include <godot_cpp/variant/packed_vector3_array.hpp>
 
-#include "game/art/mesh_baker.h"
 #include "game/ports/farm.h"
 #include "glebworks/glebworks.h"
 
@@ -21,11 +21,25 @@ namespace {
 constexpr int SIDES = 16;
 constexpr float DARK = 0.42f;        // opacity in the middle
 constexpr float CORE = 0.55f;        // part of the radius that is nearly as dark
-constexpr float LIFT = 0.03f;        // above the ground
+constexpr float WALL_LIFT = 0.03f;   // above the ground
+constexpr float BODY_LIFT = 0.07f;   // above the floors of yards
 constexpr float BODY_SPREAD = 0.62f; // of a body's bounds, which its stretched limbs widen
 constexpr float WALL_SPREAD = 1.25f;
 constexpr float FARMER = 0.5f;
 constexpr int GROW_BY = 64;
+
+// Beginnings of the mesh names of all that stands with walls or a trunk.
+constexpr const char *WALLS[] = {"house_",          "machine_",    "depot",      "table_stall", "trade_box",
+                                 "canteen_",        "worker_",     "service_",   "pharmacy",    "bank",
+                                 "security_office", "sentry_box",  "ahwa_kiosk", "tree",        "decor_windmill",
+                                 "decor_gazebo",    "decor_statue"};
+// Those that drive: round, as they turn.
+constexpr const char *WHEELS[] = {"truck_", "supply_van", "van_"};
+
+template <size_t N>
+bool begins(const String &name, const char *const (&list)[N]) {
+    return std::any_of(std::begin(list), std::end(list), [&name](const char *with) { return name.begins_with(with); });
+}
 
 // A round spot of radius 1, dark in its middle, clear at the rim.
 Ref<ArrayMesh> spot_mesh() {
@@ -82,7 +96,7 @@ void BlobShadows::take(GeometryInstance3D *g, const AABB &bounds) {
     if (const auto *rig = Object::cast_to<MultiMeshInstance3D>(g)) {
         if (String(rig->get_name()) == "Mesh") {
             const float round = std::max(0.2f, std::min(float(half.x), float(half.y)) * BODY_SPREAD * 1.6f);
-            spots.push_back({g->get_instance_id(), g, Vector2(round, round), Vector2(), true});
+            spots.push_back({g->get_instance_id(), g, Vector2(round, round), Vector2(), BODY_LIFT});
         }
         return;
     }
@@ -90,9 +104,12 @@ void BlobShadows::take(GeometryInstance3D *g, const AABB &bounds) {
     const String name =
         single != nullptr && single->get_mesh().is_valid() ? String(single->get_mesh()->get_name()) : "";
     if (name.begins_with("hd_") && name.ends_with("/Body")) { // the farmer, who has no rig
-        spots.push_back({g->get_instance_id(), g, Vector2(FARMER, FARMER), Vector2(), true});
-    } else if (single != nullptr && single->get_mesh().is_valid() && mesh_baker::shade_height_of(name) > 0) {
-        spots.push_back({g->get_instance_id(), g, half * WALL_SPREAD, Vector2(off.x, off.z), false});
+        spots.push_back({g->get_instance_id(), g, Vector2(FARMER, FARMER), Vector2(), BODY_LIFT});
+    } else if (begins(name, WALLS)) {
+        spots.push_back({g->get_instance_id(), g, half * WALL_SPREAD, Vector2(off.x, off.z), WALL_LIFT});
+    } else if (begins(name, WHEELS)) {
+        const float round = std::min(half.x, half.y) * 1.3f;
+        spots.push_back({g->get_instance_id(), g, Vector2(round, round), Vector2(off.x, off.z), WALL_LIFT});
     }
 }
 
@@ -173,7 +190,7 @@ void BlobShadows::lay() {
             continue;
         }
         const Basis shape = Basis::from_scale(Vector3(spot.half.x, 1, spot.half.y));
-        mesh->set_instance_transform(count++, Transform3D(shape, Vector3(at.x, LIFT, at.z)));
+        mesh->set_instance_transform(count++, Transform3D(shape, Vector3(at.x, spot.lift, at.z)));
     }
     mesh->set_visible_instance_count(count);
 }

@@ -1,5 +1,6 @@
 #pragma once
-// Soft dark spots on the ground under people, animals and buildings, for when the sun throws no shadow: one draw.
+// Soft dark spots on the ground under people, animals, buildings and trees, for when the sun throws no shadow: one
+// draw.
 
 #include <cstdint>
 #include <vector>
@@ -30,7 +31,7 @@ private:
         uint64_t id;
         GeometryInstance3D *node;
         Vector2 half, mid; // x, z; mid from the node's position
-        bool moves;        // a body that walks: looked up each frame
+        float lift;        // above the ground
     };
 
     std::vector<Spot> spots;

@@ -361,7 +361,7 @@ void Scenery::tune_light(Node3D *light, bool shadows) {
 }
 
 Scenery::Strengths Scenery::strengths(bool shadows) {
-    return shadows ? Strengths{0.36f, 1.0f} : Strengths{0.80f, 1.35f};
+    return shadows ? Strengths{0.36f, 1.0f} : Strengths{0.92f, 1.55f};
 }
 
 Ref<ShaderMaterial> Scenery::ground_material() {

@@ -16,8 +16,9 @@
 namespace tilm {
 namespace {
 
-constexpr double WIDEST = 40;       // larger pieces are ground
-constexpr double SHADOW_SLACK = 3;  // beside the height: the sun stands lower than 45 degrees
+constexpr double WIDEST = 40;      // larger pieces are ground
+constexpr double SHADOW_SLACK = 3; // beside the height: the sun stands lower than 45 degrees
+constexpr int LAST = 1000;
 constexpr double SUN_DISTANCE = 32; // as far as the sun's shadow map reaches
 
 AABB bounds_of(const GeometryInstance3D *g) {
@@ -32,6 +33,7 @@ void ShadowCull::_ready() {
         return;
     }
     set_max_dist(SUN_DISTANCE);
+    set_process_priority(LAST); // what walks has made its step: spots lie under feet, not where they were
     get_tree()->connect(TM_NAME("node_added"), callable_mp(this, &ShadowCull::note));
     note_below(get_tree()->get_root());
 }
