@@ -91,7 +91,8 @@ func pictures_of_farm(look: String) -> void:
     hud._prompt("gift", "A GIFT IS WAITING FOR YOU", "YOUR WAREHOUSE IS FULL, COME COLLECT", "COLLECT", Callable(), Callable(), {"icon": UI.icon("gift"), "auto": false})
     await shoot("notices_" + look)
     hud.remove_prompt("gift")
-    await settle(260) # the toasts leave before the next pictures
+    while hud.get_lane().get_child_count() > 0: # the toasts leave before the next pictures
+        await settle(10)
 
 
 func run() -> void:
