@@ -109,6 +109,11 @@ Daylight daylight(const SkyState &sky) {
     // White ground throws back so much light that the same sun would burn it out.
     out.sun_power *= mix(1.0F, 0.84F, winter);
     out.ambient_power *= mix(1.0F, 0.97F, winter);
+    // Nor may it shine blue under the moon.
+    const float moonlit = winter * out.darkness;
+    out.sun = clouded(out.sun, 0.45F * moonlit);
+    out.sun_power *= mix(1.0F, 0.72F, moonlit);
+    out.ambient = mix(out.ambient, {0.31F, 0.355F, 0.47F}, moonlit);
     out.top = mix(out.top, mix(out.top, out.horizon, 0.35F), winter);
 
     const float snowing = share(sky.snow);

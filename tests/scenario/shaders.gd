@@ -2,7 +2,7 @@
 # global parameters that the module sets by name; limbs bend by their channels. Run by shaders.sh, which also fails on an engine error in the log.
 extends SceneTree
 
-const NEEDED := ["avatar_badge", "stripes", "person", "animal", "tree", "farm", "water", "ground", "ground_wet", "tuft", "lake", "icon"]
+const NEEDED := ["avatar_badge", "cover", "stripes", "person", "animal", "tree", "farm", "water", "ground", "ground_wet", "tuft", "lake", "icon"]
 const UNIFORMS := {"farm": ["snowy"], "lake": ["half_size"], "ground": ["dry_color", "dry_amount"],
         "ground_wet": ["dry_color", "dry_amount"]}
 const GLOBALS := ["farm_spring", "farm_summer", "farm_autumn", "farm_snow", "farm_wet", "farm_key", "farm_shade", "farm_rim"]

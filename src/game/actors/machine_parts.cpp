@@ -41,6 +41,7 @@ Pile *grid(const Vector3 &at, int cols, int rows, const Vector2 &spacing, double
 void Machine::build_piles() {
     body = Buildings::machine(product, roof);
     add_child(body);
+    Buildings::light_front(this, product);
     if (Node3D *moving = Buildings::anim(product)) {
         body->add_child(moving);
         Ref<Tween> turning = moving->create_tween();

@@ -32,6 +32,7 @@ const float trough_x = -2.3f;
 void Producer::assemble() {
     animals = std::make_unique<ProducerAnimals>(this, *row);
     add_child(Buildings::house(product));
+    Buildings::light_front(this, product);
     level_label = Models::label3d("", 52, Color(1, 1, 1), Vector3(0, 3.5f, -0.6f), this);
     Label3D *full = Models::label3d("FULL!", 44, Color::html("ff7043"), Vector3(tray_x, 1.9f, front_z), this);
     full->set_visible(false);

@@ -13,5 +13,6 @@ inline constexpr const char *TUFT = "tuft";
 inline constexpr const char *WATER = "water";
 inline constexpr const char *LAKE = "lake";
 inline constexpr const char *GLOW_POOL = "glow_pool";
+inline constexpr const char *COVER = "cover";
 
 } // namespace tilm::art_shader

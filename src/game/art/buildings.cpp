@@ -7,6 +7,7 @@
 #include "game/art/machine_houses.h"
 #include "game/art/models.h"
 #include "game/art/producer_houses.h"
+#include "game/art/scenery.h"
 #include "game/art/shapes.h"
 
 namespace tilm {
@@ -200,6 +201,15 @@ Node3D *van_tree() {
 Node3D *Buildings::house(const String &product) {
     return Models::bake(String("house_") + product,
                         Models::builder([product]() { return producer_houses::build(product); }));
+}
+
+void Buildings::light_front(Node3D *owner, const String &product) {
+    if (product == String("honey") || product == String("apple") || product == String("calf")) {
+        return;
+    }
+    Node3D *pool = Scenery::glow_pool(2.4f);
+    pool->set_position(Vector3(-0.1f, 0.065f, 0.0f)); // just above the yard
+    owner->add_child(pool);
 }
 
 Rect2 Buildings::house_solid(const String &product) {

@@ -24,6 +24,8 @@ public:
     static Node3D *house(const String &product);
     // Ground that walkers go round, relative to the producer's origin: the house itself, without its yard.
     static Rect2 house_solid(const String &product);
+    // The light that falls out of a house's windows by night; hives, apple trees and pens have none.
+    static void light_front(Node3D *owner, const String &product);
     // Building and yard of a machine by its product, its roof or awning in `roof`. Fits x -2.9..2.9, z -2.9..1.5; the
     // pallets under its two piles are machine_floor high; smoke leaves its chimney at (0.95, 2.9, -0.4).
     static Node3D *machine(const String &product, const Color &roof);

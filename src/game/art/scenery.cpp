@@ -26,6 +26,7 @@ using shapes::loft;
 using shapes::put;
 using shapes::rnd;
 
+constexpr float BEDS_Z = 2.95f;   // from the farmhouse's middle
 constexpr float FAR_TEXT = 70.0f; // words that belong to the land are read from afar
 
 Label3D *land_text(const String &text, int size, const Color &color, const Vector3 &pos, Node *parent, int outline) {
@@ -147,12 +148,13 @@ Node3D *homestead_tree() {
         Vector3(0, 0, -24));
     put(at, bevel_box(Vector3(0.26f, 0.15f, 0.06f), 0.02f), pal::METAL, Vector3(-3.2f, 0.45f, -0.1f),
         Vector3(0, 0, -24));
-    // Vegetable beds behind the fence's west end.
+    // Vegetable beds between the house and the bench.
     for (int bed = 0; bed < 2; bed++) {
         const float x = -3.2f + 1.15f * float(bed);
-        put(at, bevel_box(Vector3(0.95f, 0.16f, 1.15f), 0.04f), pal::SOIL, Vector3(x, 0.06f, 3.7f));
+        put(at, bevel_box(Vector3(1.0f, 0.16f, 0.95f), 0.04f), pal::SOIL, Vector3(x, 0.06f, BEDS_Z));
+        put(at, bevel_box(Vector3(1.08f, 0.11f, 1.03f), 0.04f), pal::WOOD, Vector3(x, 0.05f, BEDS_Z));
         for (int i = 0; i < 6; i++) {
-            const Vector3 spot(x - 0.24f + 0.48f * float(i % 2), 0.15f, 3.35f + 0.36f * float(i / 2));
+            const Vector3 spot(x - 0.30f + 0.30f * float(i % 3), 0.15f, BEDS_Z - 0.22f + 0.44f * float(i / 3));
             put(at, ball(Vector3(0.15f, 0.13f, 0.15f), 7, 3), bed ? pal::LEAF_LIGHT : pal::GREEN, spot);
             if (bed == 0) {
                 put(at, ball(Vector3(0.07f, 0.07f, 0.07f), 6, 3), pal::RED, spot + Vector3(0.08f, 0.08f, 0.06f));
@@ -251,7 +253,7 @@ Node3D *Scenery::cover(float x) {
     box.instantiate();
     box->set_size(Vector3(24, 0.05f, 40.2f));
     MeshInstance3D *dark = Models::mesh_instance(box, Color(1, 1, 1), Vector3(x, 0.07f, -13.9f), node, false);
-    dark->set_material_override(Models::color_material(Color(0.08f, 0.16f, 0.06f, 0.45f), 0.85f, true));
+    dark->set_material_override(Models::shader_material(art_shader::COVER)); // (0.08, 0.16, 0.06), 0.45 opaque
     return node;
 }
 

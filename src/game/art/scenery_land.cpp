@@ -251,7 +251,33 @@ void raise_hills(Node3D *land) {
     land->add_child(hills);
 }
 
-// Reeds, stones and a landing stage on the near side, where water is fetched.
+// A rowing boat beside the landing stage, its bow to the shore.
+void moor_boat(Node3D *parent, const Vector3 &where) {
+    Node3D *at = shapes::joint(parent, "Boat", where);
+    at->set_rotation_degrees(Vector3(0, 14, 0));
+    const auto hull = [at](float low, float high, float k, uint32_t paint) {
+        put(at,
+            shapes::extrude({Vector2(-0.52f * k, -1.1f * k), Vector2(0.52f * k, -1.1f * k), Vector2(0.66f * k, 0.1f),
+                             Vector2(0.40f * k, 0.9f * k), Vector2(0, 1.35f * k), Vector2(-0.40f * k, 0.9f * k),
+                             Vector2(-0.66f * k, 0.1f)},
+                            high - low),
+            paint, Vector3(0, (low + high) / 2, 0), Vector3(90, 0, 0));
+    };
+    hull(-0.1f, 0.30f, 0.92f, pal::RED);
+    hull(0.26f, 0.36f, 1.0f, pal::CREAM);
+    hull(0.30f, 0.37f, 0.84f, pal::WOOD_DARK);
+    for (const float z : {-0.5f, 0.45f}) {
+        put(at, shapes::bevel_box(Vector3(1.0f, 0.08f, 0.26f), 0.03f), pal::WOOD_LIGHT, Vector3(0, 0.40f, z));
+    }
+    for (const float side : {-1.0f, 1.0f}) {
+        put(at, shapes::bevel_box(Vector3(0.07f, 0.07f, 1.9f), 0.02f), pal::WOOD_LIGHT,
+            Vector3(side * 0.30f, 0.47f, -0.1f), Vector3(0, side * 9, 0));
+        put(at, shapes::bevel_box(Vector3(0.20f, 0.05f, 0.46f), 0.02f), pal::CREAM,
+            Vector3(side * 0.47f, 0.47f, -1.05f), Vector3(0, side * 9, 0));
+    }
+}
+
+// Reeds, stones, lilies and a landing stage on the near side, where water is fetched.
 Node3D *shore() {
     MeshInstance3D *node = Models::bake(
         "lake_shore", Models::builder([]() {
@@ -279,6 +305,7 @@ Node3D *shore() {
                 }
             }
             const float front = Scenery::LAKE_HALF_Z;
+            moor_boat(at, Vector3(2.3f, 0.02f, front - 1.7f));
             // Water lilies in the shallows on both sides of the stage.
             for (int i = 0; i < 9; i++) {
                 const float side = i % 2 ? 1.0f : -1.0f;
