@@ -129,10 +129,12 @@ void donut(Node3D *at, const Color &roof_color) {
     flat_roof(at, home + Vector3(0, 1.45f, 0), size, roof_color);
     shop_front(at, home + Vector3(0, 0.1f, 0.92f), 3.5f, col(pal::WHITE));
     awning(at, home + Vector3(0.35f, 1.45f, 0.92f), 2.8f, roof_color);
-    const Vector3 donut_at(-0.45f, 2.95f, -1.35f);
-    put(at, ring(0.42f, 1.3f), 0xd99a52, donut_at, Vector3(90, 0, 0));
-    put(at, ring(0.47f, 1.23f), roof_color, donut_at + Vector3(0, 0.02f, 0.12f), Vector3(90, 0, 0));
-    sprinkles(at, donut_at, 0.86f, 14, 0.5f);
+    // The donut lies on the roof and leans towards the road.
+    Node3D *lying = shapes::joint(at, "Donut", Vector3(-0.55f, 2.42f, -1.45f));
+    lying->set_rotation_degrees(Vector3(-62, 0, 0));
+    put(lying, ring(0.48f, 1.56f), 0xd99a52, Vector3(), Vector3(90, 0, 0));
+    put(lying, ring(0.54f, 1.47f), roof_color, Vector3(0, 0.02f, 0.15f), Vector3(90, 0, 0));
+    sprinkles(lying, Vector3(), 1.02f, 16, 0.62f);
     chimney(at, 1.35f, col(pal::METAL));
 }
 
@@ -232,17 +234,30 @@ void fish_grill(Node3D *at, const Color &roof_color) {
 
 void chicken_grill(Node3D *at, const Color &roof_color) {
     site(at, col(0xd8b98c));
+    // A round stone oven with a tall hood; the counter stands beside it under a roof of its own.
     const Vector3 home(-0.2f, 0, -1.5f);
-    hall(at, home, Vector3(3.4f, 1.45f, 1.8f), Wall::stone, col(0xcfc4b0));
-    put(at, shapes::gable(3.3f, 0.9f, 1.7f), pal::WOOD_LIGHT, home + Vector3(0, 1.43f, 0));
-    roof(at, home + Vector3(0, 1.43f, 0), 1.75f, 0.95f, 1.95f, roof_color);
-    shop_front(at, home + Vector3(0, 0.1f, 0.92f), 3.1f, col(pal::WOOD_DARK));
-    // A roast bird turns on its spit above the ridge.
-    const Vector3 bird = home + Vector3(-0.3f, 2.95f, 0.3f);
+    const Vector3 oven = home + Vector3(-0.55f, 0, 0);
+    put(at, loft({{0, 1.35f, 1.05f}, {0.25f, 1.35f, 1.05f}, {1.3f, 1.25f, 0.98f}}, 13), 0xcfc4b0, oven);
+    put(at, loft({{1.2f, 1.5f, 1.18f}, {1.34f, 1.5f, 1.18f}, {2.0f, 0.78f, 0.66f}, {2.35f, 0.62f, 0.54f}}, 13),
+        roof_color, oven);
+    for (int i = 0; i < 9; i++) {
+        const float a = 0.25f + 2.64f * float(i) / 8.0f;
+        put(at, bevel_box(Vector3(0.4f, 0.24f, 0.1f), 0.03f), pal::tone(pal::STONE, rnd(331, i, -0.16f, 0.1f)),
+            oven + Vector3(1.33f * std::cos(a), rnd(332, i, 0.3f, 1.05f), 1.02f * std::sin(a)),
+            Vector3(0, 90 - a * 57.2958f, 0));
+    }
+    put(at, ball(Vector3(0.56f, 0.42f, 0.14f), 10, 5), pal::CHOCOLATE, oven + Vector3(0.05f, 0.68f, 1.0f));
+    put(at, ball(Vector3(0.36f, 0.22f, 0.1f), 8, 4), pal::ORANGE, oven + Vector3(0.05f, 0.55f, 1.1f));
+    hall(at, home + Vector3(1.45f, 0, 0.05f), Vector3(1.35f, 1.05f, 1.5f), Wall::wood, col(pal::WOOD_LIGHT));
+    put(at, bevel_box(Vector3(1.65f, 0.14f, 1.95f), 0.04f), pal::tone(roof_color, -0.1f),
+        home + Vector3(1.45f, 1.16f, 0.12f), Vector3(10, 0, 0));
+    window(at, home + Vector3(1.45f, 0.62f, 0.82f), 0.85f, 0.5f, col(pal::WOOD_DARK));
+    // A roast bird turns on its spit above the hood.
+    const Vector3 bird = home + Vector3(-0.55f, 3.15f, 0.1f);
     put(at, bevel_box(Vector3(2.5f, 0.1f, 0.1f), 0.03f), pal::METAL, bird);
     for (const float side : {-1.0f, 1.0f}) {
-        put(at, bevel_box(Vector3(0.12f, 1.0f, 0.12f), 0.03f), pal::STONE_DARK,
-            bird + Vector3(side * 1.15f, -0.45f, 0));
+        put(at, bevel_box(Vector3(0.12f, 1.75f, 0.12f), 0.03f), pal::STONE_DARK,
+            bird + Vector3(side * 1.15f, -0.85f, 0));
     }
     put(at, ball(Vector3(0.78f, 0.6f, 0.58f), 11, 6), 0xc9702c, bird);
     put(at, ball(Vector3(0.5f, 0.42f, 0.45f), 10, 5), 0xe08f42, bird + Vector3(-0.2f, 0.24f, 0.1f));
@@ -252,7 +267,7 @@ void chicken_grill(Node3D *at, const Color &roof_color) {
         put(at, ball(Vector3(0.13f, 0.13f, 0.13f), 7, 3), pal::WHITE, bird + Vector3(0.88f, 0.42f, side * 0.58f));
     }
     grill_bed(at, Vector3(0.1f, 0.03f, 0.1f));
-    chimney(at, 1.4f, col(pal::STONE));
+    chimney(at, 0.0f, col(pal::STONE));
 }
 
 void steakhouse(Node3D *at, const Color &roof_color) {

@@ -63,11 +63,20 @@ void oil_press(Node3D *at, const Color &roof_color) {
             home + Vector3(0.36f * std::cos(a), 1.95f + 0.36f * std::sin(a), 1.0f), Vector3(0, 0, a * 57.2958f));
     }
     put(at, ball(Vector3(0.27f, 0.27f, 0.13f), 9, 4), pal::BROWN, home + Vector3(0, 1.95f, 1.02f));
-    // Two tanks of golden oil with their pipe.
-    tank(at, Vector3(1.05f, 0.03f, -1.7f), 0.58f, 2.5f, col(0xf0b63a));
-    tank(at, Vector3(2.15f, 0.03f, -1.35f), 0.5f, 1.8f, col(pal::METAL));
-    put(at, bevel_box(Vector3(1.3f, 0.14f, 0.14f), 0.05f), pal::STONE_DARK, Vector3(1.5f, 1.35f, -1.2f),
-        Vector3(0, 12, 0));
+    // A bottle taller than the house, and the tank that fills it.
+    const Vector3 bottle(1.35f, 0.03f, -1.75f);
+    put(at,
+        loft({{0, 0.72f, 0.72f},
+              {0.12f, 0.80f, 0.80f},
+              {1.95f, 0.80f, 0.80f},
+              {2.5f, 0.30f, 0.30f},
+              {3.15f, 0.26f, 0.26f}},
+             12),
+        0xf0b63a, bottle);
+    put(at, loft({{0.55f, 0.83f, 0.83f}, {1.45f, 0.83f, 0.83f}}, 12), pal::CREAM, bottle);
+    put(at, ball(Vector3(0.3f, 0.34f, 0.12f), 8, 4), pal::YELLOW, bottle + Vector3(0, 1.0f, 0.78f));
+    put(at, loft({{3.05f, 0.34f, 0.34f}, {3.5f, 0.31f, 0.31f}}, 10), pal::GREEN, bottle);
+    tank(at, Vector3(2.35f, 0.03f, -0.75f), 0.36f, 1.2f, col(pal::METAL));
     chimney(at, 0.0f, col(pal::STONE_DARK));
     barrel(at, Vector3(0.3f, 0.03f, 0.35f), 1.0f);
     barrel(at, Vector3(-0.35f, 0.03f, 0.45f), 0.85f);

@@ -77,11 +77,17 @@ std::span<const Piece> extras_of(const Trade &t) {
 }
 
 constexpr Piece DAMAGE_CARPENTER[] = {
-    {Form::box, pal::WOOD_LIGHT, {1.3f, 0.1f, 0.24f}, {0, 0.06f, 0.1f}, {8, 28, 6}},
-    {Form::box, pal::WOOD, {1.2f, 0.1f, 0.22f}, {0.1f, 0.16f, -0.1f}, {-10, -38, 4}},
-    {Form::box, pal::WOOD_DARK, {0.8f, 0.1f, 0.22f}, {-0.35f, 0.28f, 0}, {0, 10, 32}},
-    {Form::cone, pal::WOOD_LIGHT, {0.16f, 0.5f, 0.16f}, {0.42f, 0.15f, 0.1f}, {20, 0, -30}},
-    {Form::rod, pal::STONE_DARK, {0.34f, 0.16f, 0.3f}, {-0.5f, 0, 0.3f}, {}, 0.7f},
+    // A fence that gave way: one post stands, one leans, its rails are snapped into splinters.
+    {Form::post, pal::WOOD_DARK, {0.22f, 0.95f, 0.22f}, {-0.62f, 0, 0}, {0, 0, 4}, 0.85f},
+    {Form::cone, pal::CREAM, {0.26f, 0.16f, 0.26f}, {-0.69f, 0.94f, 0}, {0, 0, 4}},
+    {Form::post, pal::WOOD_DARK, {0.22f, 0.90f, 0.22f}, {0.55f, 0, 0}, {0, 0, -34}, 0.85f},
+    {Form::box, pal::WOOD_LIGHT, {0.62f, 0.16f, 0.10f}, {-0.36f, 0.60f, 0.10f}, {0, 0, -12}},
+    {Form::cone, pal::CREAM, {0.15f, 0.34f, 0.09f}, {-0.08f, 0.62f, 0.10f}, {0, 0, -104}},
+    {Form::box, pal::WOOD_LIGHT, {0.55f, 0.16f, 0.10f}, {-0.34f, 0.26f, 0.10f}, {0, 0, 18}},
+    {Form::cone, pal::CREAM, {0.15f, 0.30f, 0.09f}, {-0.10f, 0.42f, 0.10f}, {0, 0, -70}},
+    {Form::box, pal::WOOD_LIGHT, {0.85f, 0.10f, 0.18f}, {0.30f, 0.0f, 0.42f}, {0, 24, 0}},
+    {Form::cone, pal::CREAM, {0.16f, 0.32f, 0.10f}, {-0.08f, 0.05f, 0.59f}, {0, 24, 92}},
+    {Form::rod, pal::METAL, {0.05f, 0.30f, 0.05f}, {0.18f, 0.08f, 0.42f}, {0, 0, 24}},
 };
 constexpr Piece DAMAGE_ELECTRIC[] = {
     {Form::box, pal::STONE_DARK, {0.5f, 0.7f, 0.3f}, {0, 0, 0}, {0, 0, -9}},
