@@ -1,5 +1,5 @@
 # The full farm, headless at fixed step: how long it takes to build, what a frame costs, and where the time goes.
-# Run by bench/farm/run. Words: --frames=N (10,000 by default), --out=FILE (a copy of the table)
+# Run by `bench/run farm`. Words: --frames=N (10,000 by default)
 extends "../../tools/game_script.gd"
 
 const SETTLE_FRAMES := 600

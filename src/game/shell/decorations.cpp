@@ -26,7 +26,7 @@ namespace tilm {
 
 namespace {
 
-constexpr int MOST_SHOWN = 600;       // more than a strip of lands has room for
+constexpr int MOST_SHOWN = 600;       // of a damaged save; prices keep honest farms far below
 constexpr float CUSTOMER_SIDE = 2.3f; // a counter's customers stand that far along it
 constexpr float STAND_ROW = 4.0f;     // what stands at or beyond this z faces the customers
 // A saved place outside of the strip's lawn is damage.
@@ -215,12 +215,11 @@ Vector3 Decorations::free_spot(const String &type) const {
             lawn.push_back(Vector2(child->get_position().x, child->get_position().z));
         }
     }
-    // Only before land that is open: elsewhere nobody would see it, and more land is what the refusal advises.
     const Array rows = FarmData::regions();
     for (int64_t i = 0; i < rows.size(); ++i) {
         const Dictionary land = rows[i];
         const String id = read_text(land, "id");
-        if (id != "service" && world.region_open(id)) {
+        if (!id.is_empty() && id != "service") {
             lands.push_back(static_cast<float>(read_real(land, "x")));
         }
     }
